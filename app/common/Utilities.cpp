@@ -1,0 +1,57 @@
+#include "app/common/Utilities.h"
+
+#include "app/common/Constants.h"
+#include "app/common/WindowLevel.h"
+
+#include <QWidget>
+#include <QWindow>
+
+namespace
+{
+/// Point size of a skin font; 0 for any other family.
+int skinFontSize(const QString& family)
+{
+    if (family == k_fontGLT7Bold)
+        return 7;
+    if (family == k_fontGLT8)
+        return 8;
+    if (family == k_fontGLT10Bold)
+        return 10;
+    return 0;
+}
+
+void adjustOwnFont(QWidget* widget)
+{
+    if (!widget->testAttribute(Qt::WA_SetFont)) {
+        const QWidget* parent = widget->parentWidget();
+        if (parent != nullptr && parent->testAttribute(Qt::WA_SetFont))
+            widget->setFont(parent->font());
+        return;
+    }
+
+    QFont font = widget->font();
+    const int size = skinFontSize(font.family());
+    if (size == 0)
+        return;
+    font.setStyleHint(QFont::AnyStyle, QFont::NoAntialias);
+    font.setPointSize(size);
+    widget->setFont(font);
+}
+} // namespace
+
+void Utilities::adjustFont(QWidget* widget)
+{
+    adjustOwnFont(widget);
+    const QObjectList children = widget->children();
+    for (QObject* child : children) {
+        if (child->isWidgetType())
+            adjustFont(static_cast<QWidget*>(child));
+    }
+}
+
+void Utilities::windowStaysOnTop(QWidget* widget, bool onTop)
+{
+    QWindow* window = widget != nullptr ? widget->windowHandle() : nullptr;
+    if (window != nullptr)
+        setWindowLevel(window, onTop);
+}

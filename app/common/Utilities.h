@@ -1,0 +1,18 @@
+#pragma once
+
+class QWidget;
+
+/// Font and window-level operations that every window of the editor uses. GUI thread only.
+namespace Utilities
+{
+/// Gives the skin's fonts their exact sizes, without antialiasing, in the widget and everything below it.
+///
+/// A widget with a skin font of its own gets that font at its fixed size; one with any other font of its own is left
+/// alone; one without a font of its own gets its parent's explicitly, if the parent has one, so that later changes of
+/// the application's font do not reach it.
+void adjustFont(QWidget* widget);
+
+/// Keeps the widget's native window in front of all others, or lets it go. Nothing happens for a null widget or one
+/// that has no native window yet.
+void windowStaysOnTop(QWidget* widget, bool onTop);
+} // namespace Utilities

@@ -1,0 +1,7 @@
+#pragma once
+
+class QWindow;
+
+/// Puts a native window in front of all others, or back among them, without hiding or re-creating it.
+/// One implementation for each window system; the build chooses.
+void setWindowLevel(QWindow* window, bool onTop);
