@@ -1,0 +1,83 @@
+#include "midi/CCircularBuffer.h"
+
+#include "midi/InterlockedExchangeAdd.h"
+
+#include <algorithm>
+
+CCircularBuffer::CCircularBuffer(bool recursive) : m_recursive(recursive) {}
+
+CCircularBuffer::~CCircularBuffer() = default;
+
+void CCircularBuffer::initialize(int size)
+{
+    // Not cleared: pages that no flood ever reaches never become memory in use.
+    m_storage = std::make_unique_for_overwrite<unsigned char[]>(static_cast<std::size_t>(size));
+    m_size = size;
+}
+
+int CCircularBuffer::size() const
+{
+    return m_size;
+}
+
+int CCircularBuffer::avail() const
+{
+    return static_cast<int>(InterlockedExchangeAdd(&m_count, 0));
+}
+
+int CCircularBuffer::space() const
+{
+    return size() - avail();
+}
+
+int CCircularBuffer::write(const unsigned char* source, int n)
+{
+    if (source == nullptr || !m_storage)
+        return 0;
+    const int stored = std::clamp(n, 0, space());
+    for (int left = stored; left > 0;) {
+        const int count = piece(m_writePosition, left);
+        std::copy_n(source, count, m_storage.get() + m_writePosition);
+        m_writePosition = advanced(m_writePosition, count);
+        source += count;
+        left -= count;
+    }
+    InterlockedExchangeAdd(&m_count, stored);
+    return stored;
+}
+
+int CCircularBuffer::read(unsigned char* destination, int n)
+{
+    if (destination == nullptr || !m_storage)
+        return 0;
+    const int taken = std::clamp(n, 0, avail());
+    for (int left = taken; left > 0;) {
+        const int count = piece(m_readPosition, left);
+        std::copy_n(m_storage.get() + m_readPosition, count, destination);
+        m_readPosition = advanced(m_readPosition, count);
+        destination += count;
+        left -= count;
+    }
+    InterlockedExchangeAdd(&m_count, -taken);
+    return taken;
+}
+
+void CCircularBuffer::lock()
+{
+    m_recursive ? m_recursiveMutex.lock() : m_plainMutex.lock();
+}
+
+void CCircularBuffer::unlock()
+{
+    m_recursive ? m_recursiveMutex.unlock() : m_plainMutex.unlock();
+}
+
+int CCircularBuffer::piece(int position, int n) const
+{
+    return std::min(n, m_size - position);
+}
+
+int CCircularBuffer::advanced(int position, int n) const
+{
+    return position + n == m_size ? 0 : position + n;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+
+/// The system's MIDI ports under readable names, listed once when asked and not followed afterwards.
+///
+/// Units    an index is a port's place among all of the system's sources or destinations, listed or not; it opens the
+///          port as long as the list has not been counted or created anew.
+/// Threads  GUI thread only.
+/// Failure  a missing port has an empty name, and no index (-1).
+class CMIDIPort
+{
+  public:
+    CMIDIPort() = default;
+    virtual ~CMIDIPort() = default;
+    CMIDIPort(const CMIDIPort&) = delete;
+    CMIDIPort& operator=(const CMIDIPort&) = delete;
+
+    /// Replaces the list by the system's ports of now. The result is their number, listed or not.
+    virtual int createInputPortList();
+    virtual int createOutputPortList();
+
+    /// The system's ports of now, all of them; indexes from here on are those of this count.
+    [[nodiscard]] int getTotalInputPorts() const;
+    [[nodiscard]] int getTotalOutputPorts() const;
+
+    /// The ports in the list.
+    [[nodiscard]] int getTotalAvailableInputPorts() const;
+    [[nodiscard]] int getTotalAvailableOutputPorts() const;
+
+    [[nodiscard]] QString getInputPortNameFromSystemByIndex(int index) const;
+    [[nodiscard]] QString getOutputPortNameFromSystemByIndex(int index) const;
+
+    /// The index of the listed port with exactly this name; of several, the last.
+    [[nodiscard]] int getInputPortByName(const QString& name) const;
+    [[nodiscard]] int getOutputPortByName(const QString& name) const;
+
+  protected:
+    using PortList = QMap<int, QString>; ///< port name by system index
+
+    PortList m_inputPortList;
+    PortList m_outputPortList;
+};

@@ -1,0 +1,147 @@
+#include "midi/alsa/CMIDIInput_ALSA.h"
+
+#include "midi/CCircularBuffer.h"
+#include "midi/alsa/CALSAPortList.h"
+
+#include <QMutex>
+#include <QThread>
+
+#include <cerrno>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+CMIDIInput_ALSA::CMIDIInput_ALSA() = default;
+CMIDIInput_ALSA::~CMIDIInput_ALSA() = default;
+
+int CMIDIInput_ALSA::initialize()
+{
+    CMIDIInput::initialize();
+    ring()->initialize(k_ringCapacity);
+    const int status = createClient();
+    if (status < 0)
+        m_sequencer.reset();
+    return status;
+}
+
+int CMIDIInput_ALSA::createClient()
+{
+    int status = m_decoder.initialize();
+    if (status < 0)
+        return status;
+    status = openSequencer(&m_sequencer, SND_SEQ_OPEN_INPUT);
+    if (status < 0)
+        return status;
+    status = snd_seq_set_client_pool_input(m_sequencer.get(), k_queueCells);
+    if (status < 0)
+        return status;
+    // As large as the queue, so that one read empties it.
+    return snd_seq_set_input_buffer_size(m_sequencer.get(), k_queueCells * sizeof(snd_seq_event_t));
+}
+
+bool CMIDIInput_ALSA::openPort(int index)
+{
+    if (!m_sequencer)
+        return false;
+    if (m_port >= 0)
+        return true;
+
+    // Written to by the subscription made here alone: without SUBS_WRITE nobody else can add one.
+    m_port = snd_seq_create_simple_port(m_sequencer.get(), "Input port", SND_SEQ_PORT_CAP_WRITE,
+                                        SND_SEQ_PORT_TYPE_MIDI_GENERIC | SND_SEQ_PORT_TYPE_APPLICATION);
+    if (m_port < 0)
+        return false;
+    const ALSAPort* source = CALSAPortList::sources().at(index);
+    if (source == nullptr)
+        return false;
+
+    startDelivery();
+    const snd_seq_addr_t address = source->address;
+    if (snd_seq_connect_from(m_sequencer.get(), m_port, address.client, address.port) < 0 || !startReading())
+        return false;
+    setConnected(true);
+    return true;
+}
+
+void CMIDIInput_ALSA::closePort()
+{
+    stopReading();
+    if (m_port >= 0) {
+        // Its subscription goes with it. The port is gone for us whatever the sequencer answers.
+        snd_seq_delete_simple_port(m_sequencer.get(), m_port);
+        m_port = -1;
+    }
+    stopDelivery();
+    setConnected(false);
+}
+
+void CMIDIInput_ALSA::readMessageFromBuffer(unsigned char* data, int* size)
+{
+    readRecord(data, size);
+}
+
+bool CMIDIInput_ALSA::startReading()
+{
+    m_stopSignal = eventfd(0, EFD_CLOEXEC);
+    if (m_stopSignal < 0)
+        return false;
+    m_reader.reset(QThread::create([this] {
+        readEvents();
+        QtTsan::futexRelease(this); // see stopReading()
+    }));
+    m_reader->start(QThread::TimeCriticalPriority);
+    return true;
+}
+
+void CMIDIInput_ALSA::stopReading()
+{
+    if (!m_reader)
+        return;
+    eventfd_write(m_stopSignal, 1);
+    m_reader->wait();
+    // Qt's own library is built without ThreadSanitizer, which so cannot see that the thread has ended.
+    QtTsan::futexAcquire(this);
+    m_reader.reset();
+    close(m_stopSignal);
+    m_stopSignal = -1;
+}
+
+void CMIDIInput_ALSA::readEvents()
+{
+    std::array<pollfd, 2> waiting{};
+    snd_seq_poll_descriptors(m_sequencer.get(), waiting.data(), 1, POLLIN);
+    waiting[1] = {m_stopSignal, POLLIN, 0};
+    while (true) {
+        if (poll(waiting.data(), waiting.size(), -1) < 0) {
+            if (errno == EINTR)
+                continue;
+            return;
+        }
+        // Woken without anything to read, the sequencer has failed.
+        if (waiting[1].revents != 0 || (waiting[0].revents & POLLIN) == 0 || !readBatch())
+            return;
+    }
+}
+
+bool CMIDIInput_ALSA::readBatch()
+{
+    int status = 0;
+    do {
+        snd_seq_event_t* event = nullptr;
+        status = snd_seq_event_input(m_sequencer.get(), &event);
+        if (status >= 0)
+            store(*event);
+        // Asked only now: an event's bytes lie in the buffer that asking may refill.
+    } while (status >= 0 && snd_seq_event_input_pending(m_sequencer.get(), 0) > 0);
+    wakeDelivery();
+    // -ENOSPC: the queue ran over and was emptied. There is no event; the next one is as good as any.
+    return status >= 0 || status == -ENOSPC || status == -EAGAIN || status == -EINTR;
+}
+
+void CMIDIInput_ALSA::store(const snd_seq_event_t& event)
+{
+    const std::span<const unsigned char> bytes = m_decoder.decode(event);
+    // What is longer than a record, or finds the ring full, is dropped whole.
+    if (bytes.size() <= k_largestRecord)
+        writeRecord(bytes.data(), static_cast<quint16>(bytes.size()));
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "midi/CMIDIInput.h"
+#include "midi/alsa/ALSASequencer.h"
+#include "midi/alsa/CALSAEventDecoder.h"
+
+class QThread;
+
+/// An input port on the ALSA sequencer, with a client of its own.
+///
+/// Threads  the reading thread takes events from the sequencer and puts their bytes into the ring. It runs from
+///          openPort() to closePort(), asleep while nothing comes, and never with a lower priority than the delivery
+///          thread: otherwise the sequencer's queue would overflow while the ring stands empty.
+/// Failure  a flood beyond the sequencer's queue loses what the queue held. Reading ends for good when the sequencer
+///          itself fails. Status values are libasound's.
+class CMIDIInput_ALSA : public CMIDIInput
+{
+  public:
+    CMIDIInput_ALSA();
+    ~CMIDIInput_ALSA() override;
+
+    int initialize() override;
+    [[nodiscard]] bool openPort(int index) override;
+    void closePort() override;
+    void readMessageFromBuffer(unsigned char* data, int* size) override;
+
+    /// Cells of the sequencer's queue for this client, the most that it gives: a message of 11 bytes takes two.
+    static constexpr int k_queueCells = 2000;
+
+  private:
+    [[nodiscard]] int createClient();
+    [[nodiscard]] bool startReading();
+    void stopReading();
+
+    /// What the reading thread does until it is stopped.
+    void readEvents();
+
+    /// Stores what the sequencer holds now and wakes the delivery thread once. false: the sequencer failed.
+    [[nodiscard]] bool readBatch();
+    void store(const snd_seq_event_t& event);
+
+    ALSASequencer m_sequencer;
+    CALSAEventDecoder m_decoder;
+    int m_port = -1;
+    int m_stopSignal = -1; // an eventfd while the reading thread runs
+    std::unique_ptr<QThread> m_reader;
+};

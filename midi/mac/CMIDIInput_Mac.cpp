@@ -1,0 +1,89 @@
+#include "midi/mac/CMIDIInput_Mac.h"
+
+#include "midi/CCircularBuffer.h"
+
+#include <cstddef>
+#include <cstring>
+
+CMIDIInput_Mac::~CMIDIInput_Mac()
+{
+    // Disposes its port too.
+    if (m_client != 0)
+        MIDIClientDispose(m_client);
+}
+
+int CMIDIInput_Mac::initialize()
+{
+    CMIDIInput::initialize();
+    ring()->initialize(k_ringCapacity);
+    const OSStatus status = MIDIClientCreate(CFSTR("MIDI Client"), nullptr, nullptr, &m_client);
+    if (status != noErr)
+        m_client = 0;
+    return status;
+}
+
+bool CMIDIInput_Mac::openPort(int index)
+{
+    if (m_client == 0)
+        return false;
+    if (m_port != 0)
+        return true;
+
+    if (MIDIInputPortCreate(m_client, CFSTR("Input port"), midiReadProc, nullptr, &m_port) != noErr) {
+        m_port = 0;
+        return false;
+    }
+    const MIDIEndpointRef source = MIDIGetSource(static_cast<ItemCount>(index));
+    if (source == 0)
+        return false;
+
+    // Before the source is connected, so that its first packet already finds the thread.
+    startDelivery();
+    if (MIDIPortConnectSource(m_port, source, this) != noErr)
+        return false;
+    m_source = source;
+    setConnected(true);
+    return true;
+}
+
+void CMIDIInput_Mac::closePort()
+{
+    // The port is gone for us whatever the system answers, so no status is looked at.
+    if (m_port != 0) {
+        if (m_source != 0)
+            MIDIPortDisconnectSource(m_port, m_source);
+        m_source = 0;
+        MIDIPortDispose(m_port);
+        m_port = 0;
+    }
+    stopDelivery();
+    setConnected(false);
+}
+
+void CMIDIInput_Mac::readMessageFromBuffer(unsigned char* data, int* size)
+{
+    readRecord(data, size);
+}
+
+void CMIDIInput_Mac::midiReadProc(const MIDIPacketList* packets, void* /*readProcRefCon*/, void* srcConnRefCon)
+{
+    auto* input = static_cast<CMIDIInput_Mac*>(srcConnRefCon);
+    if (packets == nullptr || input == nullptr || input->ring() == nullptr)
+        return;
+    input->receive(*packets);
+    input->wakeDelivery();
+}
+
+void CMIDIInput_Mac::receive(const MIDIPacketList& packets)
+{
+    // A packet begins where the one before it ends, at any address, so it is read as bytes.
+    constexpr std::size_t k_lengthOffset = offsetof(MIDIPacket, length);
+    constexpr std::size_t k_dataOffset = offsetof(MIDIPacket, data);
+    const auto* packet = reinterpret_cast<const unsigned char*>(&packets) + offsetof(MIDIPacketList, packet);
+    for (UInt32 i = 0; i < packets.numPackets; ++i) {
+        UInt16 length = 0;
+        std::memcpy(&length, packet + k_lengthOffset, sizeof length);
+        writeRecord(packet + k_dataOffset, length); // what does not fit is dropped
+        packet += k_dataOffset + length;
+    }
+}

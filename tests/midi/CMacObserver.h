@@ -1,0 +1,36 @@
+#pragma once
+
+#include "midi/CMIDITransportObserver.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QMutex>
+
+#include <string>
+#include <vector>
+
+/// Keeps what an input port delivers. Delivery on one thread, records() on another; they share no data of Qt's, whose
+/// reference counts ThreadSanitizer does not see.
+class CMacObserver : public CMIDITransportObserver
+{
+  public:
+    bool messageReceived(const unsigned char* data, int size) override
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_records.emplace_back(data, data + size);
+        return true;
+    }
+
+    [[nodiscard]] QList<QByteArray> records() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        QList<QByteArray> copies;
+        for (const std::string& record : m_records)
+            copies.append(QByteArray::fromStdString(record));
+        return copies;
+    }
+
+  private:
+    mutable QMutex m_mutex;
+    std::vector<std::string> m_records;
+};

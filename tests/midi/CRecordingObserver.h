@@ -1,0 +1,83 @@
+#pragma once
+
+#include "midi/CMIDITransportObserver.h"
+
+#include <QByteArrayList>
+#include <QMutex>
+#include <QSemaphore>
+#include <QThread>
+
+#include <atomic>
+
+/// Notes every record and the thread that brought it. Can be held up in the middle of a call.
+class CRecordingObserver : public CMIDITransportObserver
+{
+  public:
+    bool messageReceived(const unsigned char* data, int size) override
+    {
+        if (m_holding)
+            holdUp();
+        const QMutexLocker lock(&m_mutex);
+        m_records.append(QByteArray(reinterpret_cast<const char*>(data), size));
+        m_thread = QThread::currentThread();
+        return true;
+    }
+
+    [[nodiscard]] QByteArrayList records() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        // Not shared with this object: ThreadSanitizer cannot see how Qt's own library counts the sharers.
+        QByteArrayList copy;
+        for (const QByteArray& record : m_records)
+            copy.append(QByteArray(record.constData(), record.size()));
+        return copy;
+    }
+
+    [[nodiscard]] int count() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return static_cast<int>(m_records.size());
+    }
+
+    [[nodiscard]] QThread* thread() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return m_thread;
+    }
+
+    /// From now on every call waits for a go(); entered() returns once one has begun to wait.
+    void hold()
+    {
+        m_holding = true;
+    }
+
+    void entered()
+    {
+        m_entered.acquire();
+    }
+
+    void go(int calls = 1)
+    {
+        m_go.release(calls);
+    }
+
+    void letGo()
+    {
+        m_holding = false;
+        m_go.release(1);
+    }
+
+  private:
+    void holdUp()
+    {
+        m_entered.release();
+        m_go.acquire();
+    }
+
+    mutable QMutex m_mutex;
+    QByteArrayList m_records;
+    QThread* m_thread = nullptr;
+    std::atomic<bool> m_holding = false;
+    QSemaphore m_entered;
+    QSemaphore m_go;
+};

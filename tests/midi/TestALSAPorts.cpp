@@ -1,0 +1,295 @@
+#include "app/common/Constants.h"
+#include "midi/CMIDIInput.h"
+#include "midi/CMIDIOutput.h"
+#include "midi/CMIDIPortWrapper.h"
+#include "midi/MIDIPlatform.h"
+#include "midi/PortName.h"
+#include "tests/fakes/alsa/FakeALSA.h"
+#include "tests/support/CTestCase.h"
+
+#include <cerrno>
+
+namespace
+{
+/// A device with three cables, named as a kernel names them. The result is its client.
+int addDevice(const QByteArray& name = "Trellwick KTZ-JX")
+{
+    const int client = FakeALSA::addClient(name);
+    for (const char* port : {" MIDI 1", " MIDI 2", " MIDI 3"})
+        FakeALSA::addPort(client, name + port);
+    return client;
+}
+
+QStringList sourceNames()
+{
+    QStringList names;
+    const int count = MIDIPlatform::sourceCount();
+    for (int i = 0; i < count; ++i)
+        names.append(getPortName(MIDIPlatform::source(i), i));
+    return names;
+}
+
+QStringList destinationNames()
+{
+    QStringList names;
+    const int count = MIDIPlatform::destinationCount();
+    for (int i = 0; i < count; ++i)
+        names.append(getPortName(MIDIPlatform::destination(i), i));
+    return names;
+}
+} // namespace
+
+class TestALSAPorts : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void init();
+    void deviceIsFoundAsTheEditorsPort();
+    void namesOfDeviceAndEndpoint();
+    void systemPortsAreLeftOut();
+    void onlyWhatCanBeSubscribedToIsListed_data();
+    void onlyWhatCanBeSubscribedToIsListed();
+    void ownPortsAreLeftOut();
+    void endpointsAreCountedOverBothDirections();
+    void hiddenPortsDoNotCount();
+    void twoDevicesOfOneNameTheLastWins();
+    void indexKeepsItsPortUntilTheNextCount();
+    void sourcesAndDestinationsAreCountedApart();
+    void indexOutsideTheListHasNoEndpoint();
+    void endpointOutsideTheListsHasNoNames();
+    void withoutASequencerThereIsNothing();
+    void failureWhileListingEndsTheList_data();
+    void failureWhileListingEndsTheList();
+    void listingLeavesNoClientBehind();
+    void portObjectsComeClosed();
+};
+
+void TestALSAPorts::init()
+{
+    CTestCase::init();
+    FakeALSA::reset();
+}
+
+void TestALSAPorts::deviceIsFoundAsTheEditorsPort()
+{
+    const int through = FakeALSA::addClient("Midi Through");
+    FakeALSA::addPort(through, "Midi Through Port-0");
+    addDevice();
+    CMIDIPortWrapper directory;
+    QCOMPARE(directory.createInputPortList(), 4);
+    QCOMPARE(directory.createOutputPortList(), 4);
+    QCOMPARE(directory.getTotalAvailableInputPorts(), 3);
+    QCOMPARE(directory.getInputPortByName(k_jxEditorPortName), 3);
+    QCOMPARE(directory.getOutputPortByName(k_jxEditorPortName), 3);
+}
+
+void TestALSAPorts::namesOfDeviceAndEndpoint()
+{
+    const int client = FakeALSA::addClient("Synth");
+    FakeALSA::addPort(client, "In and out");
+    QCOMPARE(MIDIPlatform::sourceCount(), 1);
+    QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::source(0)), "Synth");
+    QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::source(0)), "In and out");
+    QCOMPARE(MIDIPlatform::destinationCount(), 1);
+    QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::destination(0)), "Synth");
+    QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::destination(0)), "In and out");
+    QVERIFY(MIDIPlatform::source(0) != MIDIPlatform::destination(0));
+}
+
+void TestALSAPorts::systemPortsAreLeftOut()
+{
+    QCOMPARE(MIDIPlatform::sourceCount(), 0);
+    QCOMPARE(MIDIPlatform::destinationCount(), 0);
+}
+
+void TestALSAPorts::onlyWhatCanBeSubscribedToIsListed_data()
+{
+    QTest::addColumn<unsigned int>("capabilities");
+    QTest::addColumn<int>("sources");
+    QTest::addColumn<int>("destinations");
+    QTest::newRow("nothing") << 0U << 0 << 0;
+    QTest::newRow("read, no subscription") << unsigned{SND_SEQ_PORT_CAP_READ} << 0 << 0;
+    QTest::newRow("subscription without read") << unsigned{SND_SEQ_PORT_CAP_SUBS_READ} << 0 << 0;
+    QTest::newRow("read") << FakeALSA::k_source << 1 << 0;
+    QTest::newRow("write, no subscription") << unsigned{SND_SEQ_PORT_CAP_WRITE} << 0 << 0;
+    QTest::newRow("subscription without write") << unsigned{SND_SEQ_PORT_CAP_SUBS_WRITE} << 0 << 0;
+    QTest::newRow("write") << FakeALSA::k_destination << 0 << 1;
+    QTest::newRow("both") << FakeALSA::k_both << 1 << 1;
+    QTest::newRow("both and more") << (FakeALSA::k_both | SND_SEQ_PORT_CAP_DUPLEX) << 1 << 1;
+}
+
+void TestALSAPorts::onlyWhatCanBeSubscribedToIsListed()
+{
+    QFETCH(unsigned int, capabilities);
+    const int client = FakeALSA::addClient("Synth");
+    FakeALSA::addPort(client, "Port", capabilities);
+    QTEST(MIDIPlatform::sourceCount(), "sources");
+    QTEST(MIDIPlatform::destinationCount(), "destinations");
+}
+
+void TestALSAPorts::ownPortsAreLeftOut()
+{
+    addDevice();
+    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    const auto input = MIDIPlatform::createInput();
+    const auto output = MIDIPlatform::createOutput();
+    QCOMPARE(input->initialize(), 0);
+    QCOMPARE(output->initialize(), 0);
+    QVERIFY(input->openPort(2));
+    QVERIFY(output->openPort(2));
+    QCOMPARE(sourceNames().size(), 3);
+    QCOMPARE(destinationNames().size(), 3);
+    output->closePort();
+    input->closePort();
+}
+
+void TestALSAPorts::endpointsAreCountedOverBothDirections()
+{
+    // The number belongs to the cable: a cable that only goes out moves the others' numbers in both lists alike.
+    const int client = FakeALSA::addClient("Trellwick KTZ-JX");
+    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 1", FakeALSA::k_destination);
+    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 2", FakeALSA::k_source);
+    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 3");
+    QCOMPARE(sourceNames(), QStringList({"Trellwick KTZ-JX Port2", "Trellwick KTZ-JX Port3"}));
+    QCOMPARE(destinationNames(), QStringList({"Trellwick KTZ-JX Port1", "Trellwick KTZ-JX Port3"}));
+}
+
+void TestALSAPorts::hiddenPortsDoNotCount()
+{
+    const int client = FakeALSA::addClient("Trellwick KTZ-JX");
+    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 0", 0);
+    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 1");
+    QCOMPARE(sourceNames(), QStringList{"Trellwick KTZ-JX Port1"});
+}
+
+void TestALSAPorts::twoDevicesOfOneNameTheLastWins()
+{
+    addDevice();
+    addDevice();
+    CMIDIPortWrapper directory;
+    QCOMPARE(directory.createInputPortList(), 6);
+    QCOMPARE(directory.createOutputPortList(), 6);
+    QCOMPARE(directory.getInputPortByName(k_jxEditorPortName), 5);
+    QCOMPARE(directory.getOutputPortByName(k_jxEditorPortName), 5);
+}
+
+void TestALSAPorts::indexKeepsItsPortUntilTheNextCount()
+{
+    const int early = FakeALSA::addClient("Early");
+    FakeALSA::addPort(early, "Port");
+    const int device = addDevice();
+    QCOMPARE(MIDIPlatform::destinationCount(), 4);
+    const MIDIEndpoint endpoint = MIDIPlatform::destination(3);
+
+    // A client goes and another comes between the list and the opening.
+    FakeALSA::removeClient(early);
+    addDevice("Other");
+    QCOMPARE(MIDIPlatform::destination(3), endpoint);
+    QCOMPARE(getPortName(endpoint, 3), k_jxEditorPortName);
+    const auto output = MIDIPlatform::createOutput();
+    QCOMPARE(output->initialize(), 0);
+    QVERIFY(output->openPort(3));
+    const unsigned char message[] = {0xF0, 0xF7};
+    QVERIFY(output->sendMessage(message, 2));
+    QCOMPARE(FakeALSA::received(device, 2), QByteArrayList{"\xF0\xF7"});
+    output->closePort();
+}
+
+void TestALSAPorts::sourcesAndDestinationsAreCountedApart()
+{
+    const int client = FakeALSA::addClient("Synth");
+    FakeALSA::addPort(client, "In", FakeALSA::k_destination);
+    QCOMPARE(MIDIPlatform::destinationCount(), 1);
+    FakeALSA::addPort(client, "Out", FakeALSA::k_source);
+    FakeALSA::addPort(client, "Other in", FakeALSA::k_destination);
+    QCOMPARE(MIDIPlatform::sourceCount(), 1);
+    QCOMPARE(MIDIPlatform::destination(1), MIDIEndpoint{0});
+    QCOMPARE(MIDIPlatform::destinationCount(), 2);
+    QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::destination(1)), "Other in");
+}
+
+void TestALSAPorts::indexOutsideTheListHasNoEndpoint()
+{
+    addDevice();
+    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    for (const int index : {-1, 3, 4, 1000}) {
+        QCOMPARE(MIDIPlatform::source(index), MIDIEndpoint{0});
+        QCOMPARE(MIDIPlatform::destination(index), MIDIEndpoint{0});
+    }
+}
+
+void TestALSAPorts::endpointOutsideTheListsHasNoNames()
+{
+    addDevice();
+    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    for (const MIDIEndpoint endpoint : {MIDIEndpoint{0}, MIDIEndpoint{4}, MIDIPlatform::destination(2) + 1}) {
+        QVERIFY(MIDIPlatform::endpointName(endpoint).isNull());
+        QVERIFY(MIDIPlatform::deviceName(endpoint).isNull());
+    }
+}
+
+void TestALSAPorts::withoutASequencerThereIsNothing()
+{
+    addDevice();
+    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    FakeALSA::setAvailable(false);
+    QCOMPARE(MIDIPlatform::sourceCount(), 0);
+    QCOMPARE(MIDIPlatform::destinationCount(), 0);
+    QCOMPARE(MIDIPlatform::source(0), MIDIEndpoint{0});
+    const auto input = MIDIPlatform::createInput();
+    const auto output = MIDIPlatform::createOutput();
+    QCOMPARE(input->initialize(), -ENOENT);
+    QCOMPARE(output->initialize(), -ENOENT);
+    QVERIFY(!input->openPort(0));
+    QVERIFY(!output->openPort(0));
+    input->closePort();
+    output->closePort();
+    QCOMPARE(FakeALSA::printedMessages(), 0);
+}
+
+void TestALSAPorts::failureWhileListingEndsTheList_data()
+{
+    QTest::addColumn<QByteArray>("function");
+    QTest::addColumn<int>("sources");
+    QTest::newRow("no client") << QByteArray("snd_seq_open") << 0;
+    QTest::newRow("no name") << QByteArray("snd_seq_set_client_name") << 0;
+    QTest::newRow("clients") << QByteArray("snd_seq_query_next_client") << 0;
+    QTest::newRow("ports of the first client") << QByteArray("snd_seq_query_next_port") << 3;
+}
+
+void TestALSAPorts::failureWhileListingEndsTheList()
+{
+    QFETCH(QByteArray, function);
+    addDevice("Other");
+    addDevice();
+    FakeALSA::failNext(function.constData(), -EBADFD);
+    QTEST(MIDIPlatform::sourceCount(), "sources");
+    QCOMPARE(MIDIPlatform::sourceCount(), 6);
+    QCOMPARE(FakeALSA::newestOpenClient(), -1);
+}
+
+void TestALSAPorts::listingLeavesNoClientBehind()
+{
+    addDevice();
+    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    QCOMPARE(FakeALSA::newestOpenClient(), -1);
+}
+
+void TestALSAPorts::portObjectsComeClosed()
+{
+    const auto input = MIDIPlatform::createInput();
+    const auto output = MIDIPlatform::createOutput();
+    QVERIFY(!input->isMIDIConnect());
+    QVERIFY(!output->isMIDIConnect());
+    QVERIFY(!input->openPort(0));
+    QVERIFY(!output->openPort(0));
+    QCOMPARE(FakeALSA::newestOpenClient(), -1);
+}
+
+QTEST_GUILESS_MAIN(TestALSAPorts)
+#include "TestALSAPorts.moc"
