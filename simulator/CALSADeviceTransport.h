@@ -1,0 +1,41 @@
+#pragma once
+
+#include "simulator/CPolledTransport.h"
+
+#include <alsa/asoundlib.h>
+
+#include <array>
+#include <memory>
+
+/// The device as a client of the ALSA sequencer, "Trellwick KTZ-JX" with ports "Port1" to "Port3". The third speaks;
+/// what comes to the others is read and dropped.
+class CALSADeviceTransport : public CPolledTransport
+{
+  public:
+    ~CALSADeviceTransport() override;
+
+    [[nodiscard]] QString open(CSimulatedDevice& device) override;
+    [[nodiscard]] QString description() const override;
+    [[nodiscard]] std::vector<pollfd> descriptors() const override;
+    [[nodiscard]] bool process() override;
+
+    void deviceSent(CSimulatedDevice& device, const QByteArray& packet) override;
+    void deviceUnplugged(CSimulatedDevice& device) override;
+
+  private:
+    struct Closer
+    {
+        void operator()(snd_seq_t* sequencer) const;
+        void operator()(snd_midi_event_t* coder) const;
+    };
+
+    [[nodiscard]] QString createClient();
+    [[nodiscard]] QString createPorts();
+    [[nodiscard]] QByteArray bytesOf(const snd_seq_event_t& event);
+    void sendEvent(snd_seq_event_t& event);
+
+    CSimulatedDevice* m_device = nullptr;
+    std::unique_ptr<snd_seq_t, Closer> m_sequencer;
+    std::unique_ptr<snd_midi_event_t, Closer> m_coder;
+    std::array<int, 3> m_ports = {};
+};

@@ -1,0 +1,52 @@
+#include "simulator/CDeviceArguments.h"
+
+#include "simulator/CCommandParser.h"
+#include "simulator/PrintableText.h"
+
+namespace
+{
+CDeviceArguments::Result failure(const QString& error)
+{
+    return {{}, error};
+}
+} // namespace
+
+CDeviceArguments::Result CDeviceArguments::parse(const QList<QByteArray>& arguments)
+{
+    Result result;
+    bool alsa = false;
+    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+        if (*argument == "--help" || *argument == "-h") {
+            result.arguments.help = true;
+        } else if (*argument == "--alsa") {
+            alsa = true;
+        } else if (*argument == "--keep-running") {
+            result.arguments.keepRunning = true;
+        } else if (*argument == "--raw") {
+            if (++argument == arguments.end() || !argument->startsWith("hw:"))
+                return failure(QStringLiteral("--raw needs a raw MIDI device, such as hw:0,0,2"));
+            result.arguments.port = DeviceArguments::Port::Raw;
+            result.arguments.rawName = *argument;
+        } else {
+            return failure(QStringLiteral("unknown argument \"%1\"; --help lists them").arg(printableText(*argument)));
+        }
+    }
+    if (alsa && result.arguments.port == DeviceArguments::Port::Raw)
+        return failure(QStringLiteral("--alsa and --raw exclude each other"));
+    return result;
+}
+
+QString CDeviceArguments::help()
+{
+    return QStringLiteral("ktz-jx-device [--alsa | --raw hw:CARD,DEVICE,SUBDEVICE] [--keep-running]\n"
+                          "A KTZ-JX as software, for the editor to find.\n"
+                          "\n"
+                          "  --alsa           as a client of the ALSA sequencer (what it does without arguments)\n"
+                          "  --raw DEVICE     at a raw MIDI device, such as the far end of a USB gadget\n"
+                          "  --keep-running   goes on when standard input has ended\n"
+                          "  --help           shows this text\n"
+                          "\n"
+                          "It prints every message with its time in seconds, and takes commands on standard input:\n"
+                          "\n") +
+           CCommandParser::help();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+/// The command line of the command-line device.
+struct DeviceArguments
+{
+    enum class Port
+    {
+        Alsa,
+        Raw
+    };
+
+    Port port = Port::Alsa;
+    QByteArray rawName; ///< of Raw, such as "hw:0,0,2"
+    bool keepRunning = false;
+    bool help = false;
+};
+
+/// Reads them. Whatever they hold, the result can be used as it stands, or is one line that says what is wrong.
+class CDeviceArguments
+{
+  public:
+    struct Result
+    {
+        DeviceArguments arguments;
+        QString error; ///< empty when they were understood; printable, without a line break
+    };
+
+    /// arguments   without the program's name.
+    [[nodiscard]] static Result parse(const QList<QByteArray>& arguments);
+
+    /// What the program does and takes, for the user.
+    [[nodiscard]] static QString help();
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "midi/CMIDIInput.h"
+
+#include <QByteArray>
+
+/// Input port of the simulated system.
+class CSimulatedInput : public CMIDIInput
+{
+  public:
+    CSimulatedInput() = default;
+    ~CSimulatedInput() override;
+
+    int initialize() override;
+    [[nodiscard]] bool openPort(int index) override;
+    void closePort() override;
+    void readMessageFromBuffer(unsigned char* data, int* size) override;
+
+    /// Stores one packet as records and wakes the delivery thread; one thread at a time.
+    void receive(const QByteArray& packet);
+};

@@ -1,0 +1,213 @@
+#include "simulator/CSimulatedSystem.h"
+
+#include "simulator/CSimulatedDevice.h"
+#include "simulator/CSimulatedInput.h"
+
+#include <algorithm>
+#include <mutex>
+#include <set>
+
+CSimulatedSystem& CSimulatedSystem::instance()
+{
+    static CSimulatedSystem system;
+    return system;
+}
+
+void CSimulatedSystem::plug(CSimulatedDevice& device, const QString& deviceName)
+{
+    constexpr int k_portPairs = 3;
+    constexpr int k_editorPort = 3;
+
+    const std::scoped_lock lock(m_mutex);
+    device.plug(*this);
+    for (int number = 1; number <= k_portPairs; ++number) {
+        Port port;
+        port.deviceName = deviceName;
+        port.endpointName = QStringLiteral("Port%1").arg(number);
+        port.owner = &device;
+        port.isEditorPort = number == k_editorPort;
+        port.isSource = true;
+        addPort(port);
+        port.isSource = false;
+        addPort(port);
+    }
+}
+
+MIDIEndpoint CSimulatedSystem::addSource(const QString& deviceName, const QString& endpointName)
+{
+    const std::scoped_lock lock(m_mutex);
+    return addPort({.deviceName = deviceName, .endpointName = endpointName, .isSource = true});
+}
+
+MIDIEndpoint CSimulatedSystem::addDestination(const QString& deviceName, const QString& endpointName)
+{
+    const std::scoped_lock lock(m_mutex);
+    return addPort({.deviceName = deviceName, .endpointName = endpointName, .isSource = false});
+}
+
+void CSimulatedSystem::removePort(MIDIEndpoint endpoint)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_ports.removeIf([endpoint](const Port& port) { return port.endpoint == endpoint; });
+}
+
+void CSimulatedSystem::reset()
+{
+    const std::scoped_lock lock(m_mutex);
+    std::set<CSimulatedDevice*> devices;
+    for (const Port& port : m_ports) {
+        if (port.owner)
+            devices.insert(port.owner);
+    }
+    for (CSimulatedDevice* device : devices)
+        device->unplug();
+    m_ports.clear();
+    m_sourceList.clear();
+    m_destinationList.clear();
+    m_packets.clear();
+    m_opensToRefuse = 0;
+}
+
+void CSimulatedSystem::refuseOpens(int count)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_opensToRefuse = count;
+}
+
+QList<SentPacket> CSimulatedSystem::packets() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return {m_packets.begin(), m_packets.end()};
+}
+
+void CSimulatedSystem::clearPackets()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_packets.clear();
+}
+
+int CSimulatedSystem::listSources()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_sourceList = endpoints(true);
+    return static_cast<int>(m_sourceList.size());
+}
+
+int CSimulatedSystem::listDestinations()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_destinationList = endpoints(false);
+    return static_cast<int>(m_destinationList.size());
+}
+
+MIDIEndpoint CSimulatedSystem::source(int index) const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_sourceList.value(index, 0);
+}
+
+MIDIEndpoint CSimulatedSystem::destination(int index) const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_destinationList.value(index, 0);
+}
+
+QString CSimulatedSystem::endpointName(MIDIEndpoint endpoint) const
+{
+    const std::scoped_lock lock(m_mutex);
+    const Port* const port = find(endpoint);
+    return port ? port->endpointName : QString();
+}
+
+QString CSimulatedSystem::deviceName(MIDIEndpoint endpoint) const
+{
+    const std::scoped_lock lock(m_mutex);
+    const Port* const port = find(endpoint);
+    return port ? port->deviceName : QString();
+}
+
+bool CSimulatedSystem::connectInput(CSimulatedInput& input, MIDIEndpoint source)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (!takeOpen(source, true))
+        return false;
+    m_inputs[&input] = source;
+    return true;
+}
+
+void CSimulatedSystem::disconnectInput(CSimulatedInput& input)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_inputs.erase(&input);
+}
+
+bool CSimulatedSystem::connectOutput(MIDIEndpoint destination)
+{
+    const std::scoped_lock lock(m_mutex);
+    return takeOpen(destination, false);
+}
+
+bool CSimulatedSystem::send(MIDIEndpoint destination, const QByteArray& packet)
+{
+    const std::scoped_lock lock(m_mutex);
+    const Port* const port = find(destination);
+    SentPacket sent{.destination = destination, .bytes = packet, .taken = port != nullptr};
+    if (port && port->owner)
+        sent.time = port->owner->now();
+    if (port && port->isEditorPort)
+        sent.taken = port->owner->receive(packet);
+    if (m_packets.size() == k_packetLimit)
+        m_packets.pop_front();
+    m_packets.push_back(sent);
+    return sent.taken;
+}
+
+void CSimulatedSystem::deviceSent(CSimulatedDevice& device, const QByteArray& packet)
+{
+    const std::scoped_lock lock(m_mutex);
+    for (const auto& [input, source] : m_inputs) {
+        const Port* const port = find(source);
+        if (port && port->isEditorPort && port->owner == &device)
+            input->receive(packet);
+    }
+}
+
+void CSimulatedSystem::deviceUnplugged(CSimulatedDevice& device)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_ports.removeIf([&device](const Port& port) { return port.owner == &device; });
+}
+
+MIDIEndpoint CSimulatedSystem::addPort(Port port)
+{
+    port.endpoint = ++m_lastEndpoint;
+    m_ports += port;
+    return port.endpoint;
+}
+
+const CSimulatedSystem::Port* CSimulatedSystem::find(MIDIEndpoint endpoint) const
+{
+    const auto found = std::find_if(m_ports.begin(), m_ports.end(),
+                                    [endpoint](const Port& port) { return port.endpoint == endpoint; });
+    return found == m_ports.end() ? nullptr : &*found;
+}
+
+QList<MIDIEndpoint> CSimulatedSystem::endpoints(bool sources) const
+{
+    QList<MIDIEndpoint> list;
+    for (const Port& port : m_ports) {
+        if (port.isSource == sources)
+            list += port.endpoint;
+    }
+    return list;
+}
+
+bool CSimulatedSystem::takeOpen(MIDIEndpoint endpoint, bool isSource)
+{
+    if (m_opensToRefuse > 0) {
+        --m_opensToRefuse;
+        return false;
+    }
+    const Port* const port = find(endpoint);
+    return port && port->isSource == isSource;
+}

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "app/common/CRecursiveMutex.h"
+#include "app/common/Constants.h"
+#include "midi/MIDIPlatform.h"
+#include "simulator/CDeviceTransport.h"
+
+#include <QList>
+#include <QString>
+
+#include <deque>
+#include <map>
+
+class CSimulatedInput;
+
+/// One packet that went to a simulated destination, or was meant to.
+struct SentPacket
+{
+    MIDIEndpoint destination = 0;
+    qint64 time = 0; ///< milliseconds of the device's clock, 0 at a port without a device
+    QByteArray bytes;
+    bool taken = false; ///< false: the send was refused
+};
+
+/// The MIDI ports of this process: a system without any system. Empty until something is plugged in.
+///
+/// Threads  every operation may be called on any thread; one lock covers a packet's whole way, from the editor into a
+///          device and from a device into the rings of its open inputs, whose delivery threads do the rest.
+/// Devices  are borrowed; one that is destroyed unplugs itself.
+class CSimulatedSystem : public CDeviceTransport
+{
+  public:
+    static CSimulatedSystem& instance();
+
+    /// Gives the device three port pairs, "Port1" to "Port3", of which the third is the editor's. What is sent to the
+    /// others is recorded and goes nowhere.
+    void plug(CSimulatedDevice& device, const QString& deviceName = k_jxPortName);
+
+    /// A port without a device behind it. A null name is a name that the port or its device lacks.
+    MIDIEndpoint addSource(const QString& deviceName, const QString& endpointName);
+    MIDIEndpoint addDestination(const QString& deviceName, const QString& endpointName);
+    void removePort(MIDIEndpoint endpoint);
+
+    /// Back to an empty system: unplugs the devices, removes the ports, forgets packets and faults. Ports that the
+    /// editor holds open stay open objects of vanished ports.
+    void reset();
+
+    /// So many of the next openPort() calls are refused.
+    void refuseOpens(int count);
+
+    /// What the editor sent, oldest first: the last k_packetLimit packets.
+    [[nodiscard]] QList<SentPacket> packets() const;
+    void clearPackets();
+    static constexpr int k_packetLimit = 100'000;
+
+    // What MIDIPlatform.h promises; see there.
+    [[nodiscard]] int listSources();
+    [[nodiscard]] int listDestinations();
+    [[nodiscard]] MIDIEndpoint source(int index) const;
+    [[nodiscard]] MIDIEndpoint destination(int index) const;
+    [[nodiscard]] QString endpointName(MIDIEndpoint endpoint) const;
+    [[nodiscard]] QString deviceName(MIDIEndpoint endpoint) const;
+
+    // What the port objects need. false: the endpoint has vanished, or the system refuses.
+    [[nodiscard]] bool connectInput(CSimulatedInput& input, MIDIEndpoint source);
+    void disconnectInput(CSimulatedInput& input); ///< no packet reaches the input when this has returned
+    [[nodiscard]] bool connectOutput(MIDIEndpoint destination);
+    [[nodiscard]] bool send(MIDIEndpoint destination, const QByteArray& packet);
+
+    void deviceSent(CSimulatedDevice& device, const QByteArray& packet) override;
+    void deviceUnplugged(CSimulatedDevice& device) override;
+
+  private:
+    struct Port
+    {
+        MIDIEndpoint endpoint = 0;
+        QString deviceName;
+        QString endpointName;
+        bool isSource = false;
+        CSimulatedDevice* owner = nullptr; ///< null without a device
+        bool isEditorPort = false;
+    };
+
+    CSimulatedSystem() = default;
+    MIDIEndpoint addPort(Port port);
+    [[nodiscard]] const Port* find(MIDIEndpoint endpoint) const;
+    [[nodiscard]] QList<MIDIEndpoint> endpoints(bool sources) const;
+    [[nodiscard]] bool takeOpen(MIDIEndpoint endpoint, bool isSource);
+
+    mutable CRecursiveMutex m_mutex;
+    QList<Port> m_ports;
+    QList<MIDIEndpoint> m_sourceList;
+    QList<MIDIEndpoint> m_destinationList;
+    MIDIEndpoint m_lastEndpoint = 0; ///< never used twice, so that an old endpoint cannot mean a new port
+    std::map<CSimulatedInput*, MIDIEndpoint> m_inputs;
+    std::deque<SentPacket> m_packets;
+    int m_opensToRefuse = 0;
+};

@@ -1,0 +1,301 @@
+#include "midi/CMIDIInput.h"
+#include "midi/CMIDIOutput.h"
+#include "midi/CMIDIPortWrapper.h"
+#include "midi/CMIDITransportObserver.h"
+#include "simulator/CALSADeviceTransport.h"
+#include "simulator/CSimulatedDevice.h"
+#include "simulator/DeviceMessages.h"
+#include "tests/fakes/alsa/FakeALSA.h"
+#include "tests/support/CTestCase.h"
+
+#include <QMutex>
+
+#include <cerrno>
+#include <vector>
+
+using namespace DeviceMessages;
+
+namespace
+{
+/// A port of another program, connected both ways to one port of the device's client.
+class COther
+{
+  public:
+    COther(int deviceClient, int devicePort)
+    {
+        if (snd_seq_open(&m_sequencer, "default", SND_SEQ_OPEN_DUPLEX, SND_SEQ_NONBLOCK) < 0)
+            qFatal("no fake sequencer");
+        client = snd_seq_client_id(m_sequencer);
+        port = snd_seq_create_simple_port(m_sequencer, "Other", FakeALSA::k_both, SND_SEQ_PORT_TYPE_APPLICATION);
+        connected = snd_seq_connect_to(m_sequencer, port, deviceClient, devicePort) == 0 &&
+                    snd_seq_connect_from(m_sequencer, port, deviceClient, devicePort) == 0;
+    }
+
+    ~COther()
+    {
+        snd_seq_close(m_sequencer);
+    }
+
+    COther(const COther&) = delete;
+    COther& operator=(const COther&) = delete;
+
+    [[nodiscard]] QByteArrayList received() const
+    {
+        return FakeALSA::received(client, port);
+    }
+
+    int client = 0;
+    int port = 0;
+    bool connected = false;
+
+  private:
+    snd_seq_t* m_sequencer = nullptr;
+};
+
+constexpr int k_editorPort = 2;
+
+/// The device on an open transport.
+struct OpenDevice
+{
+    OpenDevice() : error(transport.open(device)), client(FakeALSA::newestOpenClient()) {}
+
+    CSimulatedDevice device;
+    CALSADeviceTransport transport;
+    QString error;
+    int client;
+};
+
+class CJoined : public CMIDITransportObserver
+{
+  public:
+    bool messageReceived(const unsigned char* data, int size) override
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_bytes.insert(m_bytes.end(), data, data + size);
+        return true;
+    }
+
+    [[nodiscard]] QByteArray bytes() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return {reinterpret_cast<const char*>(m_bytes.data()), static_cast<qsizetype>(m_bytes.size())};
+    }
+
+  private:
+    mutable QMutex m_mutex;
+    std::vector<unsigned char> m_bytes;
+};
+} // namespace
+
+class TestALSADeviceTransport : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void init();
+    void isAClientWithThreePorts();
+    void everyFailureToOpenGivesOneLine_data();
+    void everyFailureToOpenGivesOneLine();
+    void editorFindsItAndIsAnswered();
+    void onlyTheThirdPortIsHeard();
+    void otherEventsReachTheDeviceAsBytes();
+    void overrunQueueGoesOn();
+    void readErrorIsTheEnd();
+    void sendThatIsRefusedIsDropped();
+    void fullOutputQueueIsWaitedFor();
+    void outputQueueThatStaysFullLosesTheMessage();
+    void unplugRemovesTheClient();
+    void destructorUnplugsTheDevice();
+};
+
+void TestALSADeviceTransport::init()
+{
+    CTestCase::init();
+    FakeALSA::reset();
+}
+
+void TestALSADeviceTransport::isAClientWithThreePorts()
+{
+    CSimulatedDevice device;
+    CALSADeviceTransport transport;
+    QVERIFY(transport.descriptors().empty());
+    QCOMPARE(transport.open(device), QString());
+    const int client = FakeALSA::newestOpenClient();
+    QCOMPARE(transport.description(),
+             QStringLiteral("ALSA sequencer client \"Trellwick KTZ-JX\", port %1:2").arg(client));
+    QCOMPARE(FakeALSA::clientName(client), QByteArray("Trellwick KTZ-JX"));
+    QCOMPARE(FakeALSA::portName(client, 0), QByteArray("Port1"));
+    QCOMPARE(FakeALSA::portName(client, 1), QByteArray("Port2"));
+    QCOMPARE(FakeALSA::portName(client, 2), QByteArray("Port3"));
+    QCOMPARE(FakeALSA::queueCells(client), 2000);
+    QCOMPARE(transport.descriptors().size(), 1u);
+    QVERIFY(device.isPlugged());
+}
+
+void TestALSADeviceTransport::everyFailureToOpenGivesOneLine_data()
+{
+    QTest::addColumn<QByteArray>("function");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("no sequencer") << QByteArray("snd_seq_open") << "cannot open the ALSA sequencer: No such device";
+    QTest::newRow("no coder") << QByteArray("snd_midi_event_new") << "cannot create an ALSA MIDI coder: No such device";
+    QTest::newRow("no name") << QByteArray("snd_seq_set_client_name") << "cannot name the ALSA client: No such device";
+    QTest::newRow("no larger queue") << QByteArray("snd_seq_set_client_pool_input")
+                                     << "cannot enlarge the ALSA input queue: No such device";
+    QTest::newRow("no port") << QByteArray("snd_seq_create_simple_port")
+                             << "cannot create an ALSA port: No such device";
+}
+
+void TestALSADeviceTransport::everyFailureToOpenGivesOneLine()
+{
+    QFETCH(QByteArray, function);
+    QFETCH(QString, error);
+    CSimulatedDevice device;
+    CALSADeviceTransport transport;
+    FakeALSA::failNext(function.constData(), -ENODEV);
+    QCOMPARE(transport.open(device), error);
+    QVERIFY(!device.isPlugged());
+    QCOMPARE(FakeALSA::newestOpenClient(), -1);
+    QCOMPARE(FakeALSA::printedMessages(), 0);
+    QVERIFY(transport.descriptors().empty());
+    QVERIFY(transport.process());
+}
+
+void TestALSADeviceTransport::editorFindsItAndIsAnswered()
+{
+    CSimulatedDevice device;
+    CALSADeviceTransport transport;
+    QCOMPARE(transport.open(device), QString());
+
+    CMIDIPortWrapper directory;
+    QVERIFY(directory.createInputPortList() > 0);
+    QVERIFY(directory.createOutputPortList() > 0);
+    CJoined answers;
+    const std::unique_ptr<CMIDIInput> input = MIDIPlatform::createInput();
+    const std::unique_ptr<CMIDIOutput> output = MIDIPlatform::createOutput();
+    QCOMPARE(input->initialize(), 0);
+    QCOMPARE(output->initialize(), 0);
+    input->registerObserver(&answers);
+    QVERIFY(input->openPort(directory.getInputPortByName(k_jxEditorPortName)));
+    QVERIFY(output->openPort(directory.getOutputPortByName(k_jxEditorPortName)));
+
+    for (const QByteArray& message : {start(), keep(), requestAll()}) {
+        QVERIFY(output->sendMessage(reinterpret_cast<const unsigned char*>(message.constData()),
+                                    static_cast<int>(message.size())));
+    }
+    QVERIFY(transport.process());
+    QCOMPARE(device.received(), QList({start(), keep(), requestAll()}));
+    QByteArray expected = start() + keep();
+    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
+        expected += changeParameter(knob, device.settings(knob)) + noticeValue(knob, 0);
+    QTRY_COMPARE(answers.bytes(), expected);
+
+    device.unplug();
+    input->closePort();
+    output->closePort();
+}
+
+void TestALSADeviceTransport::onlyTheThirdPortIsHeard()
+{
+    OpenDevice our;
+    const COther first(our.client, 0);
+    const COther third(our.client, k_editorPort);
+    QVERIFY(first.connected && third.connected);
+    FakeALSA::send(first.client, first.port, start());
+    FakeALSA::send(third.client, third.port, keep());
+    QVERIFY(our.transport.process());
+    QCOMPARE(our.device.received(), QList{keep()});
+    QCOMPARE(first.received(), QByteArrayList());
+    QCOMPARE(third.received(), QByteArrayList{keep()});
+}
+
+void TestALSADeviceTransport::otherEventsReachTheDeviceAsBytes()
+{
+    OpenDevice our;
+    const COther other(our.client, k_editorPort);
+    QVERIFY(other.connected);
+    snd_seq_event_t event;
+    snd_seq_ev_clear(&event);
+    snd_seq_ev_set_controller(&event, 1, 74, 64);
+    FakeALSA::send(other.client, other.port, event);
+    snd_seq_ev_clear(&event);
+    event.type = SND_SEQ_EVENT_PORT_SUBSCRIBED; // has no bytes
+    FakeALSA::send(other.client, other.port, event);
+    QVERIFY(our.transport.process());
+    QCOMPARE(our.device.received(), QList{QByteArray::fromHex("b14a40")});
+}
+
+void TestALSADeviceTransport::overrunQueueGoesOn()
+{
+    OpenDevice our;
+    const COther other(our.client, k_editorPort);
+    QVERIFY(other.connected);
+    for (int i = 0; i < 3000; ++i)
+        FakeALSA::send(other.client, other.port, keep());
+    QVERIFY(our.transport.process());
+    FakeALSA::send(other.client, other.port, start());
+    QVERIFY(our.transport.process());
+    QCOMPARE(our.device.received().last(), start());
+}
+
+void TestALSADeviceTransport::readErrorIsTheEnd()
+{
+    OpenDevice our;
+    FakeALSA::failNext("snd_seq_event_input", -ENODEV);
+    QVERIFY(!our.transport.process());
+}
+
+void TestALSADeviceTransport::sendThatIsRefusedIsDropped()
+{
+    OpenDevice our;
+    const COther other(our.client, k_editorPort);
+    QVERIFY(other.connected);
+    FakeALSA::failNext("snd_seq_event_output_direct", -ENOMEM);
+    our.device.turn(1, 2);
+    our.device.turn(1, 3);
+    QCOMPARE(other.received(), QByteArrayList{noticeValue(1, 3)});
+}
+
+void TestALSADeviceTransport::fullOutputQueueIsWaitedFor()
+{
+    OpenDevice our;
+    const COther other(our.client, k_editorPort);
+    QVERIFY(other.connected);
+    FakeALSA::hangUp(our.client); // so that waiting ends at once
+    FakeALSA::failNext("snd_seq_event_output_direct", -EAGAIN);
+    our.device.turn(1, 2);
+    QCOMPARE(other.received(), QByteArrayList{noticeValue(1, 2)});
+}
+
+void TestALSADeviceTransport::outputQueueThatStaysFullLosesTheMessage()
+{
+    OpenDevice our;
+    const COther other(our.client, k_editorPort);
+    QVERIFY(other.connected);
+    FakeALSA::failNext("snd_seq_event_output_direct", -EAGAIN);
+    our.device.turn(1, 2);
+    our.device.turn(1, 3);
+    QCOMPARE(other.received(), QByteArrayList{noticeValue(1, 3)});
+}
+
+void TestALSADeviceTransport::unplugRemovesTheClient()
+{
+    OpenDevice our;
+    our.device.unplug();
+    QCOMPARE(FakeALSA::newestOpenClient(), -1);
+    QVERIFY(our.transport.descriptors().empty());
+    QVERIFY(our.transport.process());
+}
+
+void TestALSADeviceTransport::destructorUnplugsTheDevice()
+{
+    CSimulatedDevice device;
+    {
+        CALSADeviceTransport transport;
+        QCOMPARE(transport.open(device), QString());
+    }
+    QVERIFY(!device.isPlugged());
+    QCOMPARE(FakeALSA::newestOpenClient(), -1);
+}
+
+QTEST_GUILESS_MAIN(TestALSADeviceTransport)
+#include "TestALSADeviceTransport.moc"

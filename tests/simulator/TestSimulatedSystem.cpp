@@ -1,0 +1,606 @@
+#include "midi/CMIDIInput.h"
+#include "midi/CMIDIOutput.h"
+#include "midi/CMIDIPortWrapper.h"
+#include "midi/CMIDITransportObserver.h"
+#include "simulator/CSimulatedDevice.h"
+#include "simulator/CSimulatedSystem.h"
+#include "simulator/DeviceMessages.h"
+#include "tests/support/CTestCase.h"
+
+#include <QElapsedTimer>
+#include <QMutex>
+#include <QThread>
+
+#include <thread>
+#include <vector>
+
+using namespace DeviceMessages;
+
+namespace
+{
+CSimulatedSystem& simulatedSystem()
+{
+    return CSimulatedSystem::instance();
+}
+
+class CRecords : public CMIDITransportObserver
+{
+  public:
+    bool messageReceived(const unsigned char* data, int size) override
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_records.emplace_back(reinterpret_cast<const char*>(data), size);
+        m_thread = QThread::currentThread();
+        return true;
+    }
+
+    [[nodiscard]] QList<QByteArray> all() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return {m_records.begin(), m_records.end()};
+    }
+
+    [[nodiscard]] QThread* thread() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return m_thread;
+    }
+
+  private:
+    mutable QMutex m_mutex;
+    std::vector<QByteArray> m_records; // no list that is shared with a copy on another thread
+    QThread* m_thread = nullptr;
+};
+
+/// The editor's port pair, opened by name as the editor does.
+struct EditorPorts
+{
+    EditorPorts() : input(MIDIPlatform::createInput()), output(MIDIPlatform::createOutput())
+    {
+        static_cast<void>(directory.createInputPortList());
+        static_cast<void>(directory.createOutputPortList());
+        initialized = input->initialize() == 0 && output->initialize() == 0;
+        input->registerObserver(&records);
+    }
+
+    ~EditorPorts()
+    {
+        input->closePort();
+        output->closePort();
+    }
+
+    bool open()
+    {
+        return input->openPort(directory.getInputPortByName(k_jxEditorPortName)) &&
+               output->openPort(directory.getOutputPortByName(k_jxEditorPortName));
+    }
+
+    bool send(const QByteArray& message)
+    {
+        return output->sendMessage(reinterpret_cast<const unsigned char*>(message.constData()),
+                                   static_cast<int>(message.size()));
+    }
+
+    CRecords records;
+    CMIDIPortWrapper directory;
+    std::unique_ptr<CMIDIInput> input;
+    std::unique_ptr<CMIDIOutput> output;
+    bool initialized = false;
+};
+} // namespace
+
+class TestSimulatedSystem : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void init();
+    void cleanup();
+
+    // the list
+    void emptySystemHasNoPorts();
+    void pluggedDeviceHasThreePortPairs();
+    void editorPortIsFoundByNameAmongOthers();
+    void ofTwoDevicesTheLastIsFound();
+    void listStaysUntilItIsMadeAgain();
+    void vanishedEndpointHasNoName();
+    void namesThatAreMissingAreNull();
+    void endpointIsNeverUsedTwice();
+
+    // opening and closing
+    void portsOpenAndClose();
+    void inputThatWasNotInitialisedDoesNotOpen();
+    void indexOutsideTheListDoesNotOpen();
+    void portThatVanishedSinceTheListDoesNotOpen();
+    void refusedOpenIsRefusedOnce();
+    void openInputOfADestroyedObjectIsForgotten();
+
+    // sending and receiving
+    void messageReachesTheDeviceAndItsAnswerTheObserver();
+    void answerComesOnTheDeliveryThread();
+    void sendIsCutIntoPacketsOf256Bytes_data();
+    void sendIsCutIntoPacketsOf256Bytes();
+    void nothingIsSent_data();
+    void nothingIsSent();
+    void sendToAnotherPortIsRecordedAndGoesNowhere();
+    void packetCarriesTheDevicesTime();
+    void refusedSendIsRecordedAsRefused();
+    void unpluggedDeviceRefusesSends();
+    void deviceThatIsPluggedAgainHasNewPorts();
+    void closedInputReceivesNothingAndOpensAgain();
+    void twoInputsOfOneSourceBothReceive();
+    void onlyTheDeviceThatSpeaksIsHeard();
+    void hugePacketArrivesInRecords();
+    void recordOfPacketsIsBounded();
+    void resetLeavesAnEmptySystem();
+    void floodWhileTheKeepThreadSends();
+    void deviceIsDestroyedWhileTheEditorSends();
+};
+
+void TestSimulatedSystem::init()
+{
+    CTestCase::init();
+    simulatedSystem().reset();
+}
+
+void TestSimulatedSystem::cleanup()
+{
+    simulatedSystem().reset();
+}
+
+void TestSimulatedSystem::emptySystemHasNoPorts()
+{
+    QCOMPARE(MIDIPlatform::sourceCount(), 0);
+    QCOMPARE(MIDIPlatform::destinationCount(), 0);
+    QCOMPARE(MIDIPlatform::source(0), 0u);
+    QCOMPARE(MIDIPlatform::destination(0), 0u);
+}
+
+void TestSimulatedSystem::pluggedDeviceHasThreePortPairs()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    for (int index = 0; index < 3; ++index) {
+        const QString name = QStringLiteral("Port%1").arg(index + 1);
+        QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::source(index)), name);
+        QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::destination(index)), name);
+        QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::source(index)), k_jxPortName);
+        QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::destination(index)), k_jxPortName);
+    }
+    QCOMPARE(MIDIPlatform::source(3), 0u);
+    QCOMPARE(MIDIPlatform::source(-1), 0u);
+}
+
+void TestSimulatedSystem::editorPortIsFoundByNameAmongOthers()
+{
+    simulatedSystem().addSource("Other Maker", "Keyboard");
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    simulatedSystem().addDestination("Other Maker", "Synth");
+    EditorPorts ports;
+    QCOMPARE(ports.directory.getTotalAvailableInputPorts(), 3);
+    QCOMPARE(ports.directory.getInputPortByName(k_jxEditorPortName), 3);
+    QCOMPARE(ports.directory.getOutputPortByName(k_jxEditorPortName), 2);
+}
+
+void TestSimulatedSystem::ofTwoDevicesTheLastIsFound()
+{
+    CSimulatedDevice first;
+    CSimulatedDevice second;
+    simulatedSystem().plug(first);
+    simulatedSystem().plug(second);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    QVERIFY(ports.send(keep()));
+    QVERIFY(first.received().isEmpty());
+    QCOMPARE(second.received(), QList{keep()});
+}
+
+void TestSimulatedSystem::listStaysUntilItIsMadeAgain()
+{
+    const MIDIEndpoint first = simulatedSystem().addSource("A", "1");
+    const MIDIEndpoint second = simulatedSystem().addSource("A", "2");
+    QCOMPARE(MIDIPlatform::sourceCount(), 2);
+    simulatedSystem().removePort(first);
+    simulatedSystem().addSource("A", "3");
+    QCOMPARE(MIDIPlatform::source(0), first);
+    QCOMPARE(MIDIPlatform::source(1), second);
+    QCOMPARE(MIDIPlatform::source(2), 0u);
+    QCOMPARE(MIDIPlatform::sourceCount(), 2);
+    QCOMPARE(MIDIPlatform::source(0), second);
+}
+
+void TestSimulatedSystem::vanishedEndpointHasNoName()
+{
+    const MIDIEndpoint endpoint = simulatedSystem().addSource("A", "1");
+    simulatedSystem().removePort(endpoint);
+    QVERIFY(MIDIPlatform::endpointName(endpoint).isNull());
+    QVERIFY(MIDIPlatform::deviceName(endpoint).isNull());
+    QVERIFY(MIDIPlatform::endpointName(0).isNull());
+}
+
+void TestSimulatedSystem::namesThatAreMissingAreNull()
+{
+    const MIDIEndpoint endpoint = simulatedSystem().addDestination({}, {});
+    QVERIFY(MIDIPlatform::endpointName(endpoint).isNull());
+    QVERIFY(MIDIPlatform::deviceName(endpoint).isNull());
+}
+
+void TestSimulatedSystem::endpointIsNeverUsedTwice()
+{
+    const MIDIEndpoint first = simulatedSystem().addSource("A", "1");
+    simulatedSystem().reset();
+    QVERIFY(simulatedSystem().addSource("A", "1") != first);
+}
+
+void TestSimulatedSystem::portsOpenAndClose()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.initialized);
+    QVERIFY(!ports.input->isMIDIConnect());
+    QVERIFY(!ports.output->isMIDIConnect());
+    QVERIFY(ports.open());
+    QVERIFY(ports.open());
+    QVERIFY(ports.input->isMIDIConnect());
+    QVERIFY(ports.output->isMIDIConnect());
+    ports.input->closePort();
+    ports.output->closePort();
+    QVERIFY(!ports.input->isMIDIConnect());
+    QVERIFY(!ports.output->isMIDIConnect());
+    QVERIFY(!ports.send(keep()));
+}
+
+void TestSimulatedSystem::inputThatWasNotInitialisedDoesNotOpen()
+{
+    simulatedSystem().addSource("A", "1");
+    QCOMPARE(MIDIPlatform::sourceCount(), 1);
+    const std::unique_ptr<CMIDIInput> input = MIDIPlatform::createInput();
+    QVERIFY(!input->openPort(0));
+    input->closePort();
+}
+
+void TestSimulatedSystem::indexOutsideTheListDoesNotOpen()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(!ports.input->openPort(3));
+    QVERIFY(!ports.input->openPort(-1));
+    QVERIFY(!ports.output->openPort(3));
+    QVERIFY(!ports.output->openPort(-1));
+}
+
+void TestSimulatedSystem::portThatVanishedSinceTheListDoesNotOpen()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    device.unplug();
+    QVERIFY(!ports.input->openPort(2));
+    QVERIFY(!ports.output->openPort(2));
+}
+
+void TestSimulatedSystem::refusedOpenIsRefusedOnce()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    simulatedSystem().refuseOpens(2);
+    QVERIFY(!ports.input->openPort(2));
+    QVERIFY(!ports.output->openPort(2));
+    QVERIFY(ports.open());
+}
+
+void TestSimulatedSystem::openInputOfADestroyedObjectIsForgotten()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    {
+        EditorPorts ports;
+        QVERIFY(ports.open());
+    }
+    device.turn(0, 1);
+    QCOMPARE(device.trafficSince(0).size(), 1);
+}
+
+void TestSimulatedSystem::messageReachesTheDeviceAndItsAnswerTheObserver()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    QVERIFY(ports.send(start()));
+    QCOMPARE(device.received(), QList{start()});
+    QTRY_COMPARE(ports.records.all(), QList{start()});
+    device.turn(3, 64);
+    QTRY_COMPARE(ports.records.all(), QList({start(), noticeValue(3, 64)}));
+}
+
+void TestSimulatedSystem::answerComesOnTheDeliveryThread()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    device.turn(3, 64);
+    QTRY_VERIFY(ports.records.thread());
+    QVERIFY(ports.records.thread() != QThread::currentThread());
+}
+
+void TestSimulatedSystem::sendIsCutIntoPacketsOf256Bytes_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QList<int>>("packets");
+    QTest::newRow("1 byte") << 1 << QList{1};
+    QTest::newRow("256 bytes") << 256 << QList{256};
+    QTest::newRow("257 bytes") << 257 << QList{256, 1};
+    QTest::newRow("600 bytes") << 600 << QList{256, 256, 88};
+}
+
+void TestSimulatedSystem::sendIsCutIntoPacketsOf256Bytes()
+{
+    QFETCH(int, size);
+    QFETCH(QList<int>, packets);
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    QByteArray message;
+    for (int i = 0; i < size; ++i)
+        message += static_cast<char>(i % 128);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(ports.send(message));
+    QVERIFY(timer.nsecsElapsed() >= (packets.size() - 1) * CMIDIOutput::k_packetPause * 1000);
+    QList<int> sizes;
+    QByteArray joined;
+    for (const SentPacket& packet : simulatedSystem().packets()) {
+        sizes += static_cast<int>(packet.bytes.size());
+        joined += packet.bytes;
+        QVERIFY(packet.taken);
+    }
+    QCOMPARE(sizes, packets);
+    QCOMPARE(joined, message);
+}
+
+void TestSimulatedSystem::nothingIsSent_data()
+{
+    QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<bool>("open");
+    QTest::addColumn<bool>("connected");
+    QTest::newRow("size 0") << QByteArray("") << true << true;
+    QTest::newRow("closed") << keep() << false << false;
+    QTest::newRow("closed, but marked as connected") << keep() << false << true;
+    QTest::newRow("open, but marked as not connected") << keep() << true << false;
+}
+
+void TestSimulatedSystem::nothingIsSent()
+{
+    QFETCH(QByteArray, data);
+    QFETCH(bool, open);
+    QFETCH(bool, connected);
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    if (open)
+        QVERIFY(ports.open());
+    ports.output->setMIDIConnection(connected);
+    QVERIFY(!ports.send(data));
+    QVERIFY(!ports.output->sendMessage(nullptr, 9));
+    QVERIFY(simulatedSystem().packets().isEmpty());
+}
+
+void TestSimulatedSystem::sendToAnotherPortIsRecordedAndGoesNowhere()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.output->openPort(0));
+    QVERIFY(ports.send(keep()));
+    QVERIFY(device.received().isEmpty());
+    const QList<SentPacket> packets = simulatedSystem().packets();
+    QCOMPARE(packets.size(), 1);
+    QCOMPARE(packets.first().destination, MIDIPlatform::destination(0));
+    QCOMPARE(packets.first().bytes, keep());
+    QVERIFY(packets.first().taken);
+    simulatedSystem().clearPackets();
+    QVERIFY(simulatedSystem().packets().isEmpty());
+}
+
+void TestSimulatedSystem::packetCarriesTheDevicesTime()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    QVERIFY(ports.send(start()));
+    device.advance(2000);
+    QVERIFY(ports.send(keep()));
+    const QList<SentPacket> packets = simulatedSystem().packets();
+    QCOMPARE(packets.size(), 2);
+    QCOMPARE(packets.at(0).time, 0);
+    QCOMPARE(packets.at(1).time, 2000);
+}
+
+void TestSimulatedSystem::refusedSendIsRecordedAsRefused()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    device.refuseSend(2);
+    QVERIFY(ports.send(start()));
+    QVERIFY(!ports.send(keep()));
+    QVERIFY(ports.send(end()));
+    QCOMPARE(device.received(), QList({start(), end()}));
+    const QList<SentPacket> packets = simulatedSystem().packets();
+    QCOMPARE(packets.size(), 3);
+    QVERIFY(!packets.at(1).taken);
+
+    device.refuseSend(2);
+    QVERIFY(!ports.send(QByteArray(600, '\x01')));
+    QCOMPARE(simulatedSystem().packets().size(), 5);
+}
+
+void TestSimulatedSystem::unpluggedDeviceRefusesSends()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    simulatedSystem().addSource("Other Maker", "Keyboard");
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    device.unplug();
+    QVERIFY(!ports.send(keep()));
+    QVERIFY(device.received().isEmpty());
+    QCOMPARE(MIDIPlatform::sourceCount(), 1);
+    QCOMPARE(MIDIPlatform::destinationCount(), 0);
+    QVERIFY(ports.output->isMIDIConnect());
+}
+
+void TestSimulatedSystem::deviceThatIsPluggedAgainHasNewPorts()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts old;
+    QVERIFY(old.open());
+    simulatedSystem().plug(device);
+    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QVERIFY(!old.send(keep()));
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    QVERIFY(ports.send(keep()));
+    QTRY_COMPARE(ports.records.all(), QList{keep()});
+    QVERIFY(old.records.all().isEmpty());
+}
+
+void TestSimulatedSystem::closedInputReceivesNothingAndOpensAgain()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    ports.input->closePort();
+    device.turn(0, 1);
+    QVERIFY(ports.open());
+    device.turn(0, 2);
+    QTRY_COMPARE(ports.records.all(), QList{noticeValue(0, 2)});
+}
+
+void TestSimulatedSystem::twoInputsOfOneSourceBothReceive()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts first;
+    EditorPorts second;
+    QVERIFY(first.open());
+    QVERIFY(second.open());
+    device.turn(0, 2);
+    QTRY_COMPARE(first.records.all(), QList{noticeValue(0, 2)});
+    QTRY_COMPARE(second.records.all(), QList{noticeValue(0, 2)});
+}
+
+void TestSimulatedSystem::onlyTheDeviceThatSpeaksIsHeard()
+{
+    CSimulatedDevice first;
+    CSimulatedDevice second;
+    simulatedSystem().plug(first);
+    simulatedSystem().plug(second, "Other Device");
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    second.turn(1, 1);
+    first.turn(2, 2);
+    QTRY_COMPARE(ports.records.all(), QList{noticeValue(2, 2)});
+}
+
+void TestSimulatedSystem::hugePacketArrivesInRecords()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    const QByteArray largest(CMIDIInput::k_largestRecord, '\x01');
+    device.send(largest);
+    device.send(largest + "\x02\x03");
+    QTRY_COMPARE(ports.records.all(), QList({largest, largest, QByteArray("\x02\x03")}));
+}
+
+void TestSimulatedSystem::recordOfPacketsIsBounded()
+{
+    const MIDIEndpoint endpoint = simulatedSystem().addDestination("A", "1");
+    for (int i = 0; i < CSimulatedSystem::k_packetLimit + 1; ++i)
+        QVERIFY(simulatedSystem().send(endpoint, QByteArray::number(i)));
+    const QList<SentPacket> packets = simulatedSystem().packets();
+    QCOMPARE(packets.size(), CSimulatedSystem::k_packetLimit);
+    QCOMPARE(packets.first().bytes, QByteArray("1"));
+}
+
+void TestSimulatedSystem::resetLeavesAnEmptySystem()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    simulatedSystem().addSource("A", "1");
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    QVERIFY(ports.send(keep()));
+    simulatedSystem().refuseOpens(1);
+    simulatedSystem().reset();
+    QVERIFY(!device.isPlugged());
+    QVERIFY(simulatedSystem().packets().isEmpty());
+    QCOMPARE(MIDIPlatform::sourceCount(), 0);
+    QVERIFY(!ports.send(keep()));
+    simulatedSystem().plug(device);
+    EditorPorts again;
+    QVERIFY(again.open());
+}
+
+void TestSimulatedSystem::floodWhileTheKeepThreadSends()
+{
+    constexpr int k_turns = 20'000;
+    constexpr int k_keeps = 500;
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    std::thread keepThread([&ports] {
+        for (int i = 0; i < k_keeps; ++i) {
+            if (!ports.send(keep()))
+                return;
+        }
+    });
+    for (int i = 0; i < k_turns; ++i)
+        device.turn(i / 128 % 8, i % 128);
+    keepThread.join();
+    QTRY_COMPARE_WITH_TIMEOUT(ports.records.all().size(), k_turns + k_keeps, 60'000);
+    int turns = 0;
+    for (const QByteArray& record : ports.records.all()) {
+        if (record != keep()) {
+            QCOMPARE(record, noticeValue(turns / 128 % 8, turns % 128));
+            ++turns;
+        }
+    }
+    QCOMPARE(turns, k_turns);
+}
+
+void TestSimulatedSystem::deviceIsDestroyedWhileTheEditorSends()
+{
+    for (int round = 0; round < 20; ++round) {
+        auto device = std::make_unique<CSimulatedDevice>();
+        simulatedSystem().plug(*device);
+        EditorPorts ports;
+        QVERIFY(ports.open());
+        std::thread keepThread([&ports] {
+            while (ports.send(keep())) {
+            }
+        });
+        QTRY_VERIFY(!device->received().isEmpty());
+        device.reset();
+        keepThread.join();
+    }
+}
+
+QTEST_GUILESS_MAIN(TestSimulatedSystem)
+#include "TestSimulatedSystem.moc"
