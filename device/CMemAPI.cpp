@@ -1,0 +1,258 @@
+#include "device/CMemAPI.h"
+
+#include "device/CMemAPIObserver.h"
+#include "midi/CMIDIInput.h"
+#include "midi/CMIDIOutput.h"
+#include "midi/CMIDIPort.h"
+#include "midi/MIDIPlatform.h"
+
+CMemAPI::CMemAPI() = default;
+CMemAPI::~CMemAPI() = default;
+
+void CMemAPI::initialize(std::unique_ptr<CMessageManager> codec)
+{
+    m_codec = std::move(codec);
+    m_store = std::make_unique<CParamManager>();
+    createPortDirectory(std::make_unique<CMIDIPort>());
+}
+
+void CMemAPI::createPortDirectory(std::unique_ptr<CMIDIPort> directory)
+{
+    m_portDirectory = std::move(directory);
+    m_portDirectory->createInputPortList();
+    m_portDirectory->createOutputPortList();
+}
+
+void CMemAPI::registerObserver(int id, CMemAPIObserver* observer)
+{
+    if (id == 0)
+        return;
+    const QMutexLocker lock(&m_observersMutex);
+    m_observers[id].append(observer);
+}
+
+void CMemAPI::unregisterObserver(int id, CMemAPIObserver* observer)
+{
+    if (id == 0)
+        return;
+    const QMutexLocker lock(&m_observersMutex);
+    QList<CMemAPIObserver*> others = m_observers.value(id);
+    others.removeAll(observer);
+    // An id that others watch keeps its whole list.
+    if (others.isEmpty())
+        m_observers.remove(id);
+}
+
+void CMemAPI::notifyParamChabgedById(int id)
+{
+    QList<CMemAPIObserver*> observers;
+    {
+        const QMutexLocker lock(&m_observersMutex);
+        observers = m_observers.value(id);
+    }
+    for (CMemAPIObserver* observer : std::as_const(observers))
+        observer->paramChanged();
+}
+
+void CMemAPI::setParam(int id, int value)
+{
+    if (id == 0 || !m_store)
+        return;
+    m_store->setParam(id, value);
+    notifyParamChabgedById(id);
+}
+
+int CMemAPI::getParam(int id) const
+{
+    return m_store ? m_store->getParam(id) : 0;
+}
+
+ParamList CMemAPI::getParamList() const
+{
+    return m_store ? m_store->getParamList() : ParamList();
+}
+
+void CMemAPI::setParamList(const ParamList& list)
+{
+    if (m_store)
+        m_store->setParamList(list);
+}
+
+bool CMemAPI::isDirty() const
+{
+    return m_store && m_store->isDirty();
+}
+
+void CMemAPI::setDirty(bool dirty)
+{
+    if (m_store)
+        m_store->setDirty(dirty);
+}
+
+bool CMemAPI::openInput(const QString& name)
+{
+    if (!m_portDirectory)
+        return false;
+    const int index = m_portDirectory->getInputPortByName(name);
+    if (index < 0)
+        return false;
+
+    std::unique_ptr<CMIDIInput>& input = m_inputs[index];
+    if (!input) {
+        input = MIDIPlatform::createInput();
+        input->initialize(); // a failure shows in openPort()
+        input->registerObserver(this);
+    }
+    const bool opened = input->openPort(index);
+    if (!opened)
+        input->closePort();
+    return opened;
+}
+
+bool CMemAPI::openOutput(const QString& name)
+{
+    if (!m_portDirectory)
+        return false;
+    const int index = m_portDirectory->getOutputPortByName(name);
+    if (index < 0)
+        return false;
+
+    std::unique_ptr<CMIDIOutput>& output = m_outputs[index];
+    if (!output) {
+        output = MIDIPlatform::createOutput();
+        output->initialize(); // a failure shows in openPort()
+    }
+    const bool opened = output->openPort(index);
+    if (!opened)
+        output->closePort();
+    return opened;
+}
+
+void CMemAPI::closeInput(const QString& name)
+{
+    if (CMIDIInput* input = getMidiInputByString(name))
+        input->closePort();
+}
+
+void CMemAPI::closeOutput(const QString& name)
+{
+    if (CMIDIOutput* output = getMidiOutputByString(name))
+        output->closePort();
+}
+
+CMIDIInput* CMemAPI::getMidiInputByString(const QString& name) const
+{
+    if (!m_portDirectory)
+        return nullptr;
+    const auto found = m_inputs.find(m_portDirectory->getInputPortByName(name));
+    return found != m_inputs.end() ? found->second.get() : nullptr;
+}
+
+CMIDIOutput* CMemAPI::getMidiOutputByString(const QString& name) const
+{
+    if (!m_portDirectory)
+        return nullptr;
+    const auto found = m_outputs.find(m_portDirectory->getOutputPortByName(name));
+    return found != m_outputs.end() ? found->second.get() : nullptr;
+}
+
+void CMemAPI::setOutputConnection(const QString& name, bool on)
+{
+    if (CMIDIOutput* output = getMidiOutputByString(name))
+        output->setMIDIConnection(on);
+}
+
+bool CMemAPI::isConnectOutput(const QString& name) const
+{
+    const CMIDIOutput* output = getMidiOutputByString(name);
+    return output != nullptr && output->isMIDIConnect();
+}
+
+bool CMemAPI::isConnected() const
+{
+    return m_connected;
+}
+
+void CMemAPI::setConnected(bool connected)
+{
+    m_connected = connected;
+}
+
+CReplyObserver& CMemAPI::startReplyObserver()
+{
+    return m_startReplyObserver;
+}
+
+CReplyObserver& CMemAPI::keepReplyObserver()
+{
+    return m_keepReplyObserver;
+}
+
+void CMemAPI::lockMessageReceived()
+{
+    m_messageMutex.lock();
+}
+
+void CMemAPI::unlockMessageReceived()
+{
+    m_messageMutex.unlock();
+}
+
+bool CMemAPI::sendMessage(const QString& port, int type, int id)
+{
+    CMIDIOutput* output = getMidiOutputByString(port);
+    if (output == nullptr || !m_codec)
+        return false;
+
+    ParamList data;
+    // Types without data collect nothing; the codec decides whether that is enough.
+    static_cast<void>(collectMessageData(type, id, &data));
+
+    int len = m_codec->getMessageLen(type);
+    QByteArray message(len, '\0');
+    if (!m_codec->createMessage(type, data, reinterpret_cast<unsigned char*>(message.data()), &len))
+        return false;
+    message.truncate(len);
+    return sendBytes(*output, message);
+}
+
+bool CMemAPI::sendBytes(CMIDIOutput& output, const QByteArray& message)
+{
+    const QMutexLocker lock(&m_sendMutex);
+    return output.sendMessage(reinterpret_cast<const unsigned char*>(message.constData()),
+                              static_cast<int>(message.size()));
+}
+
+bool CMemAPI::messageReceived(const unsigned char* bytes, int len)
+{
+    // The message mutex is not taken: a reply is dealt with at once, whoever holds it.
+    if (!m_codec)
+        return false;
+    int type = k_startMessage;
+    ParamList data;
+    return m_codec->parseMessageForMac(bytes, len, &type, &data) && developMessageData(type, data);
+}
+
+bool CMemAPI::collectMessageData(int /*type*/, int /*id*/, ParamList* /*data*/) const
+{
+    return false;
+}
+
+bool CMemAPI::developMessageData(int type, const ParamList& /*data*/)
+{
+    switch (type) {
+    case k_startMessage:
+        return m_startReplyObserver.notify();
+    case k_keepMessage:
+        return m_keepReplyObserver.notify();
+    case k_endMessage:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool CMemAPI::isEditable(int id) const
+{
+    return id != 0;
+}

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "app/common/CRecursiveMutex.h"
+#include "device/CMessageManager.h"
+#include "device/CParamManager.h"
+#include "device/CReplyObserver.h"
+#include "midi/CMIDITransportObserver.h"
+
+#include <QList>
+#include <QMap>
+#include <QMutex>
+
+#include <atomic>
+#include <map>
+#include <memory>
+
+class CMIDIInput;
+class CMIDIOutput;
+class CMIDIPort;
+class CMemAPIObserver;
+
+/// The editor's mirror of a device: its parameters, its ports, and who wants to hear of changes.
+///
+/// Threads  messageReceived() runs on the MIDI delivery thread, and with it the decoding, the table writes and the
+///          observer calls that a reply causes. sendMessage() may be called on any thread. Everything else: GUI thread.
+/// Owns     the table, the codec, the port directory and every port that it opened. Observers are borrowed.
+/// Failure  a missing table, codec, directory or port gives false, 0, an empty list or no effect; nothing is reported.
+class CMemAPI : public CMIDITransportObserver
+{
+  public:
+    CMemAPI();
+    ~CMemAPI() override;
+    CMemAPI(const CMemAPI&) = delete;
+    CMemAPI& operator=(const CMemAPI&) = delete;
+
+    /// Takes the codec, creates the table, and lists the system's ports, inputs first.
+    void initialize(std::unique_ptr<CMessageManager> codec);
+
+    /// Adds the observer to the id's; once more each time it is called. Id 0 does nothing.
+    void registerObserver(int id, CMemAPIObserver* observer);
+
+    /// Forgets the id's observers if this one is the only one, however often it was added; otherwise leaves them all,
+    /// this one included. Id 0 does nothing.
+    void unregisterObserver(int id, CMemAPIObserver* observer);
+
+    /// Calls the id's observers, first added first, with no lock held.
+    void notifyParamChabgedById(int id);
+
+    [[nodiscard]] ParamList getParamList() const;
+    void setParamList(const ParamList& list); ///< notifies nobody
+
+    [[nodiscard]] bool isDirty() const;
+    void setDirty(bool dirty);
+
+    /// Opens the port of this name, creating its object at the first call.
+    /// false: no such port, or the system refused it; the port is closed then.
+    bool openInput(const QString& name);
+    bool openOutput(const QString& name);
+
+    /// Closes the port, which is kept and can be opened again.
+    void closeInput(const QString& name);
+    void closeOutput(const QString& name);
+
+    /// The port object opened under this name, or null. Owned by the memory.
+    [[nodiscard]] CMIDIInput* getMidiInputByString(const QString& name) const;
+    [[nodiscard]] CMIDIOutput* getMidiOutputByString(const QString& name) const;
+
+    void setOutputConnection(const QString& name, bool on);
+    [[nodiscard]] bool isConnectOutput(const QString& name) const;
+
+    /// Whether the device has answered a keep message since the last loss. While it is false, edits are stored but
+    /// not sent. Written by the connection monitor alone; any thread may read it.
+    [[nodiscard]] bool isConnected() const;
+    void setConnected(bool connected);
+
+    /// Who hears of the device's answers to start and keep messages.
+    [[nodiscard]] CReplyObserver& startReplyObserver();
+    [[nodiscard]] CReplyObserver& keepReplyObserver();
+
+    void lockMessageReceived();
+    void unlockMessageReceived();
+
+    /// true: these bytes ended a message that was understood and dealt with.
+    bool messageReceived(const unsigned char* bytes, int len) override;
+
+    virtual void setParam(int id, int value);
+    [[nodiscard]] virtual int getParam(int id) const;
+
+    /// Sends one message of a type; id says whose data it carries. Any thread; blocks while another thread sends.
+    /// false: no such port, closed, lost, or a type without a message.
+    virtual bool sendMessage(const QString& port, int type, int id);
+
+    /// Puts what a message of this type says about the id into data. false: nothing to say.
+    [[nodiscard]] virtual bool collectMessageData(int type, int id, ParamList* data) const;
+
+    /// Deals with a decoded message. Delivery thread.
+    virtual bool developMessageData(int type, const ParamList& data);
+
+    /// Whether the id names something that can be edited here; edits of other ids are ignored.
+    [[nodiscard]] virtual bool isEditable(int id) const;
+
+  protected:
+    /// Sends ready bytes to an open output, one message at a time whatever thread calls.
+    [[nodiscard]] bool sendBytes(CMIDIOutput& output, const QByteArray& message);
+
+    void createPortDirectory(std::unique_ptr<CMIDIPort> directory);
+
+    std::unique_ptr<CParamManager> m_store;
+    std::unique_ptr<CMessageManager> m_codec;
+    std::unique_ptr<CMIDIPort> m_portDirectory;
+
+  private:
+    QMap<int, QList<CMemAPIObserver*>> m_observers;
+    mutable QMutex m_observersMutex;
+    std::map<int, std::unique_ptr<CMIDIInput>> m_inputs;
+    std::map<int, std::unique_ptr<CMIDIOutput>> m_outputs;
+    QMutex m_sendMutex;
+    CRecursiveMutex m_messageMutex;
+    CReplyObserver m_startReplyObserver;
+    CReplyObserver m_keepReplyObserver;
+    std::atomic<bool> m_connected = false;
+};

@@ -1,0 +1,172 @@
+#include "device/CMemAPIWrapper.h"
+
+#include "app/common/Constants.h"
+#include "device/CMessageManagerWrapper.h"
+#include "device/CParamManagerWrapper.h"
+#include "midi/CMIDIOutput.h"
+#include "midi/CMIDIPortWrapper.h"
+
+CMemAPIWrapper::CMemAPIWrapper() = default;
+
+CMemAPIWrapper::~CMemAPIWrapper()
+{
+    // Joins the delivery thread while the tables that it writes are still there.
+    closeInput(k_jxEditorPortName);
+    closeOutput(k_jxEditorPortName);
+}
+
+void CMemAPIWrapper::initialize()
+{
+    m_codec = std::make_unique<CMessageManagerWrapper>();
+    m_store = std::make_unique<CParamManagerWrapper>();
+    m_copyBuffer = std::make_unique<CParamManager>();
+    m_knobValues = std::make_unique<CParamManager>();
+    // Last, since a device may report as soon as its port is open.
+    createPortDirectory(std::make_unique<CMIDIPortWrapper>());
+    // An absent device is no error here: isConnectOutput() tells.
+    openInput(k_jxEditorPortName);
+    openOutput(k_jxEditorPortName);
+}
+
+CParamManagerWrapper* CMemAPIWrapper::settings() const
+{
+    return static_cast<CParamManagerWrapper*>(m_store.get());
+}
+
+int CMemAPIWrapper::getParam(int id) const
+{
+    return id != 0 && settings() ? settings()->getParam(knobOfParam(id), id) : 0;
+}
+
+void CMemAPIWrapper::setParam(int id, int value)
+{
+    setParam(knobOfParam(id), id, value);
+}
+
+void CMemAPIWrapper::setParam(int knob, int id, int value)
+{
+    // A key that is no setting would shift every list that is moved by position.
+    if (isSettingParam(id) && knob == knobOfParam(id) && settings())
+        settings()->setParam(knob, id, value);
+}
+
+int CMemAPIWrapper::getKnob(int id) const
+{
+    return id != 0 && m_knobValues ? m_knobValues->getParam(id) : 0;
+}
+
+void CMemAPIWrapper::setKnob(int id, int value)
+{
+    if (id != 0 && m_knobValues)
+        m_knobValues->setParam(id, value);
+}
+
+void CMemAPIWrapper::updateKnob(int knob)
+{
+    if (!settings())
+        return;
+    const ParamList list = settings()->getParamListFromKnob(knob);
+    for (auto it = list.keyBegin(); it != list.keyEnd(); ++it)
+        notifyParamChabgedById(it->toInt());
+}
+
+bool CMemAPIWrapper::requestAllParam()
+{
+    CMIDIOutput* output = getMidiOutputByString(k_jxEditorPortName);
+    const auto* codec = dynamic_cast<const CMessageManagerWrapper*>(m_codec.get());
+    if (output == nullptr || codec == nullptr)
+        return true;
+
+    int len = codec->getMessageLen(k_requestAllParamMessage);
+    QByteArray message(len, '\0');
+    return codec->createRequestAllParamMessage(reinterpret_cast<unsigned char*>(message.data()), &len) &&
+           sendBytes(*output, message);
+}
+
+void CMemAPIWrapper::backupParams()
+{
+    m_backup = getParamList();
+}
+
+void CMemAPIWrapper::revertParams()
+{
+    setParamList(m_backup);
+    for (int knob = 0; knob < k_numOfKnobs; ++knob) {
+        updateKnob(knob);
+        // A knob that could not be told keeps its reverted settings here; the keep-alive notices a lost device.
+        sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
+    }
+}
+
+void CMemAPIWrapper::copyParamListFromKnobValueList(int knob)
+{
+    if (settings() && m_copyBuffer)
+        m_copyBuffer->setParamList(settings()->getParamListFromKnob(knob));
+}
+
+void CMemAPIWrapper::pasteParamListToKnobValueList(int knob)
+{
+    if (!settings() || !m_copyBuffer)
+        return;
+    settings()->setParamListToKnob(knob, m_copyBuffer->getParamList());
+    updateKnob(knob);
+    // See revertParams() for a send that fails.
+    sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
+}
+
+bool CMemAPIWrapper::collectMessageData(int type, int id, ParamList* data) const
+{
+    if (data == nullptr)
+        return false;
+    if (type != k_changeParamMessage || !settings())
+        return CMemAPI::collectMessageData(type, id, data);
+    const int knob = knobOfParam(id);
+    data->insert(QString::number(knob), settings()->getParamListFromKnob(knob));
+    return true;
+}
+
+bool CMemAPIWrapper::developMessageData(int type, const ParamList& data)
+{
+    switch (type) {
+    case k_changeParamMessage:
+        developChangeParam(data);
+        return true;
+    case k_noticeValueMessage:
+        developNoticeValue(data);
+        return true;
+    default:
+        return CMemAPI::developMessageData(type, data);
+    }
+}
+
+void CMemAPIWrapper::developChangeParam(const ParamList& data)
+{
+    for (auto it = data.cbegin(); it != data.cend(); ++it) {
+        const int knob = it.key().toInt();
+        if (!isKnob(knob) || !settings())
+            continue;
+        settings()->setParamListToKnob(knob, it.value().toMap());
+        updateKnob(knob);
+    }
+}
+
+void CMemAPIWrapper::developNoticeValue(const ParamList& data)
+{
+    for (auto it = data.cbegin(); it != data.cend(); ++it) {
+        const int id = it.key().toInt();
+        if (!isKnob(id - k_knobValueCategory))
+            continue;
+        setKnob(id, it.value().toInt());
+        notifyParamChabgedById(id);
+    }
+}
+
+bool CMemAPIWrapper::isEditable(int id) const
+{
+    return isSettingParam(id);
+}
+
+bool CMemAPIWrapper::isConnectOutput() const
+{
+    return isConnectOutput(k_jxEditorPortName);
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "device/CMemAPI.h"
+
+class CMIDIPortWrapper;
+class CMessageManagerWrapper;
+class CParamManagerWrapper;
+
+/// The parameter memory of the KTZ-JX: eight knobs with five settings and a reported value each.
+///
+/// Every port operation uses the port named k_jxEditorPortName. Threads, ownership and failure as in CMemAPI.
+class CMemAPIWrapper : public CMemAPI
+{
+  public:
+    CMemAPIWrapper();
+    ~CMemAPIWrapper() override;
+
+    /// Creates codec and tables, lists the ports and opens the device's, if they are there.
+    void initialize();
+
+    /// The settings table holds only the five settings of knobs 0 to 7; a write to any other id has no effect.
+    /// None of these notifies observers or sends anything.
+    [[nodiscard]] int getParam(int id) const override;
+    void setParam(int id, int value) override;
+    void setParam(int knob, int id, int value);
+
+    /// The value that a knob reports, under its id 1000 + knob. Notifies nobody.
+    [[nodiscard]] int getKnob(int id) const;
+    void setKnob(int id, int value);
+
+    /// Notifies the observers of each of the knob's settings, in id order; the knob value is not among them.
+    void updateKnob(int knob);
+
+    /// Asks the device for everything it holds. true without an open output or a codec: there is nobody to ask.
+    bool requestAllParam();
+
+    /// Remembers all settings for revertParams().
+    void backupParams();
+
+    /// Brings the remembered settings back, to the table, the observers and the device.
+    void revertParams();
+
+    /// Keeps a copy of the knob's settings, and puts the copy onto a knob: table, observers and device.
+    void copyParamListFromKnobValueList(int knob);
+    void pasteParamListToKnobValueList(int knob);
+
+    [[nodiscard]] bool collectMessageData(int type, int id, ParamList* data) const override;
+
+    /// Takes change-parameter and notice-value messages over; what they say of a knob above 7 is ignored.
+    bool developMessageData(int type, const ParamList& data) override;
+
+    [[nodiscard]] bool isEditable(int id) const override;
+
+    using CMemAPI::isConnectOutput;
+    [[nodiscard]] bool isConnectOutput() const;
+
+  private:
+    [[nodiscard]] CParamManagerWrapper* settings() const;
+    void developChangeParam(const ParamList& data);
+    void developNoticeValue(const ParamList& data);
+
+    std::unique_ptr<CParamManager> m_copyBuffer;
+    std::unique_ptr<CParamManager> m_knobValues;
+    ParamList m_backup;
+};

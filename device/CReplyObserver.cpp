@@ -1,0 +1,27 @@
+#include "device/CReplyObserver.h"
+
+#include "device/CMemAPIObserver.h"
+
+#include <mutex>
+
+void CReplyObserver::set(CMemAPIObserver* observer)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_observer = observer;
+}
+
+void CReplyObserver::clear(const CMemAPIObserver* observer)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (m_observer == observer)
+        m_observer = nullptr;
+}
+
+bool CReplyObserver::notify()
+{
+    const std::scoped_lock lock(m_mutex);
+    if (m_observer == nullptr)
+        return false;
+    m_observer->paramChanged();
+    return true;
+}
