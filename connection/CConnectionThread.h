@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/common/CWaitCondition.h"
+
+#include <QThread>
+
+#include <chrono>
+
+class CConnectionMonitor;
+
+/// Has the monitor send a keep message at a fixed interval, until told to stop.
+///
+/// Threads  stop() on any other thread. A thread that was stopped does not run again.
+class CConnectionThread : public QThread
+{
+    Q_OBJECT
+
+  public:
+    /// Borrows the monitor, which owns this thread and may be null: then there is nothing to do.
+    CConnectionThread(CConnectionMonitor* monitor, std::chrono::milliseconds keepInterval);
+
+    /// Ends the pause at once and waits for the thread to end.
+    void stop();
+
+  protected:
+    void run() override;
+
+  private:
+    [[nodiscard]] bool isContinue();
+
+    /// Sleeps for one interval or until stop().
+    void pause();
+
+    CConnectionMonitor* m_monitor;
+    std::chrono::milliseconds m_keepInterval;
+    QMutex m_mutex;
+    CWaitCondition m_stopRequested;
+    bool m_running = true;
+};

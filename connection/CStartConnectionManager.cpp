@@ -1,0 +1,37 @@
+#include "connection/CStartConnectionManager.h"
+
+#include "app/common/CWaitCondition.h"
+#include "device/CMemAPI.h"
+
+CStartConnectionManager::CStartConnectionManager(CMemAPI* memory, const QString& portName, const ConnectionTimes& times)
+    : m_memory(memory), m_portName(portName), m_startInterval(times.startInterval)
+{
+    if (m_memory != nullptr)
+        m_memory->startReplyObserver().set(this);
+}
+
+CStartConnectionManager::~CStartConnectionManager()
+{
+    if (m_memory != nullptr)
+        m_memory->startReplyObserver().clear(this);
+}
+
+bool CStartConnectionManager::sendStartMessage()
+{
+    QMutex pauseMutex;
+    CWaitCondition pause; // nobody wakes it: the device gets its whole second after each message
+    const QMutexLocker lock(&pauseMutex);
+
+    bool sent = false;
+    while (m_waiting) {
+        if (m_memory != nullptr)
+            sent = m_memory->sendMessage(m_portName, k_startMessage, 0);
+        pause.wait(&pauseMutex, QDeadlineTimer(m_startInterval, Qt::PreciseTimer));
+    }
+    return sent;
+}
+
+void CStartConnectionManager::paramChanged()
+{
+    m_waiting = false;
+}
