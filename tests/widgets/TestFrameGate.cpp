@@ -1,0 +1,116 @@
+#include "tests/support/CTestCase.h"
+#include "widgets/CFrameGate.h"
+
+#include <QElapsedTimer>
+
+class TestFrameGate : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void init();
+    void quietGateLetsARequestThroughAtOnce();
+    void requestWithinTheFrameWaits();
+    void requestAtTheFramesEndPassesAtOnce();
+    void manyRequestsWithinAFrameGiveOne();
+    void lastRequestIsNeverLost();
+    void nothingRunsAtRest();
+    void floodStaysBelow60Frames();
+
+  private:
+    qint64 m_now = 0;
+};
+
+void TestFrameGate::init()
+{
+    CTestCase::init();
+    m_now = 5000;
+}
+
+void TestFrameGate::quietGateLetsARequestThroughAtOnce()
+{
+    CFrameGate gate(nullptr, [this] { return m_now; });
+    QSignalSpy frames(&gate, &CFrameGate::frame);
+    gate.request();
+    QCOMPARE(frames.count(), 1);
+    m_now += 1000;
+    gate.request();
+    QCOMPARE(frames.count(), 2);
+}
+
+void TestFrameGate::requestWithinTheFrameWaits()
+{
+    CFrameGate gate(nullptr, [this] { return m_now; });
+    QSignalSpy frames(&gate, &CFrameGate::frame);
+    gate.request();
+    m_now += 5;
+    gate.request();
+    QCOMPARE(frames.count(), 1);
+    QVERIFY(gate.isPending());
+    QTRY_COMPARE(frames.count(), 2);
+}
+
+void TestFrameGate::requestAtTheFramesEndPassesAtOnce()
+{
+    CFrameGate gate(nullptr, [this] { return m_now; });
+    QSignalSpy frames(&gate, &CFrameGate::frame);
+    gate.request();
+    m_now += CFrameGate::k_interval;
+    gate.request();
+    QCOMPARE(frames.count(), 2);
+    QVERIFY(!gate.isPending());
+}
+
+void TestFrameGate::manyRequestsWithinAFrameGiveOne()
+{
+    CFrameGate gate(nullptr, [this] { return m_now; });
+    QSignalSpy frames(&gate, &CFrameGate::frame);
+    gate.request();
+    for (int i = 0; i < 100; ++i)
+        gate.request();
+    QTRY_VERIFY(!gate.isPending());
+    QCOMPARE(frames.count(), 2);
+}
+
+void TestFrameGate::lastRequestIsNeverLost()
+{
+    CFrameGate gate;
+    int requested = 0;
+    int shown = 0;
+    connect(&gate, &CFrameGate::frame, this, [&] { shown = requested; });
+    for (requested = 1; requested <= 1000; ++requested) {
+        gate.request();
+        QCoreApplication::processEvents();
+    }
+    --requested;
+    QTRY_COMPARE(shown, requested);
+}
+
+void TestFrameGate::nothingRunsAtRest()
+{
+    CFrameGate gate;
+    QVERIFY(!gate.isPending());
+    gate.request();
+    QVERIFY(!gate.isPending());
+    gate.request();
+    QVERIFY(gate.isPending());
+    QTRY_VERIFY(!gate.isPending());
+}
+
+void TestFrameGate::floodStaysBelow60Frames()
+{
+    CFrameGate gate;
+    int frames = 0;
+    connect(&gate, &CFrameGate::frame, this, [&] { ++frames; });
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 200) {
+        gate.request();
+        QCoreApplication::processEvents();
+    }
+    QVERIFY(frames >= 2);
+    QVERIFY(frames <= timer.elapsed() / CFrameGate::k_interval + 1);
+}
+
+QTEST_GUILESS_MAIN(TestFrameGate)
+#include "TestFrameGate.moc"

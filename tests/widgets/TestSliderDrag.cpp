@@ -1,0 +1,158 @@
+#include "app/common/PointerWarp.h"
+#include "tests/support/CTestCase.h"
+#include "tests/widgets/WidgetEvents.h"
+#include "widgets/CSliderDrag.h"
+
+#include <QSlider>
+
+/// What every slider's own test cannot reach: positions between two logical pixels, and the choice of a pointer scheme.
+class TestSliderDrag : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void halfPixelsOfDenseScreensAddUpInBothDirections_data();
+    void halfPixelsOfDenseScreensAddUpInBothDirections();
+    void roundedHalfPixelsCountWhenTheyAreWhole();
+    void positionInTheWindowThatCannotBeTrueIsIgnored();
+    void lastHalfPixelOfADenseScreenBelongsToTheSlider();
+    void waylandAloneDoesNotLetThePointerBePlaced_data();
+    void waylandAloneDoesNotLetThePointerBePlaced();
+    void testDisplayLetsThePointerBePlaced();
+    void pointerIsPlacedOnlyWhereItMay();
+};
+
+void TestSliderDrag::halfPixelsOfDenseScreensAddUpInBothDirections_data()
+{
+    QTest::addColumn<bool>("pointerWarps");
+    QTest::newRow("pointer held at the centre") << true;
+    QTest::newRow("pointer moves on") << false;
+}
+
+void TestSliderDrag::halfPixelsOfDenseScreensAddUpInBothDirections()
+{
+    QFETCH(bool, pointerWarps);
+    QSlider slider;
+    slider.setGeometry(100, 100, 73, 15);
+    slider.setRange(0, 127);
+    slider.setValue(64);
+    CSliderDrag drag(&slider);
+    drag.setPointerWarps(pointerWarps);
+    drag.begin(centreOf(slider));
+    const auto moveBy = [&](double y) {
+        const QPointF global = drag.centre() + QPointF(0, y);
+        drag.move(QMouseEvent(QEvent::MouseMove, slider.mapFromGlobal(global), global, Qt::NoButton, Qt::LeftButton,
+                              Qt::NoModifier));
+    };
+    moveBy(0.5);
+    moveBy(-0.5);
+    QCOMPARE(slider.value(), 64);
+    moveBy(1.5);
+    QCOMPARE(slider.value(), 63);
+    // From the centre again, or from where the last whole pixel was.
+    moveBy(pointerWarps ? -1.5 : -0.5);
+    QCOMPARE(slider.value(), 64);
+}
+
+namespace
+{
+/// A slider at 64 of 0 to 127 that is being dragged.
+class CDraggedSlider : public QSlider
+{
+  public:
+    CDraggedSlider()
+    {
+        setGeometry(100, 100, 73, 15);
+        setRange(0, 127);
+        setValue(64);
+        m_drag.setPointerWarps(true);
+        m_drag.begin(centreOf(*this));
+    }
+
+    /// y   from the centre: as the toolkit rounds it for the screen, and within the window.
+    int moveTo(double yOnScreen, double yInWindow)
+    {
+        const QPointF global = m_drag.centre() + QPointF(0, yOnScreen);
+        const QPointF scene = QPointF(36, 7 + yInWindow);
+        m_drag.move(QMouseEvent(QEvent::MouseMove, scene, scene, global, Qt::NoButton, Qt::LeftButton, Qt::NoModifier));
+        return value();
+    }
+
+  private:
+    CSliderDrag m_drag{this};
+};
+} // namespace
+
+void TestSliderDrag::roundedHalfPixelsCountWhenTheyAreWhole()
+{
+    CDraggedSlider slider;
+    QCOMPARE(slider.moveTo(-1, -1), 65);
+    // Placed at the centre; from here on the window's positions count.
+    QCOMPARE(slider.moveTo(0, 0), 65);
+    QCOMPARE(slider.moveTo(1, 0.5), 65);
+    QCOMPARE(slider.moveTo(1, 1), 64);
+    QCOMPARE(slider.moveTo(0, 0), 64);
+    QCOMPARE(slider.moveTo(0, -0.5), 64);
+    QCOMPARE(slider.moveTo(-1, -1), 65);
+    QCOMPARE(slider.moveTo(-1, -1.5), 66);
+    QCOMPARE(slider.moveTo(2, 1.5), 65);
+}
+
+void TestSliderDrag::positionInTheWindowThatCannotBeTrueIsIgnored()
+{
+    CDraggedSlider slider;
+    QCOMPARE(slider.moveTo(-1, -1), 65);
+    QCOMPARE(slider.moveTo(0, 40), 65);
+    QCOMPARE(slider.moveTo(-1, 40), 66);
+    QCOMPARE(slider.moveTo(3, 40), 63);
+}
+
+void TestSliderDrag::lastHalfPixelOfADenseScreenBelongsToTheSlider()
+{
+    QSlider slider;
+    slider.setGeometry(100, 100, 73, 15);
+    const CSliderDrag drag(&slider);
+    const QPointF corner = slider.mapToGlobal(QPointF(0, 0));
+    QVERIFY(drag.isOverSlider(corner));
+    QVERIFY(drag.isOverSlider(corner + QPointF(72.5, 14.5)));
+    QVERIFY(!drag.isOverSlider(corner + QPointF(73, 0)));
+    QVERIFY(!drag.isOverSlider(corner + QPointF(0, 15)));
+    QVERIFY(!drag.isOverSlider(corner - QPointF(0.5, 0)));
+    QVERIFY(!drag.isOverSlider(corner - QPointF(0, 0.5)));
+}
+
+void TestSliderDrag::waylandAloneDoesNotLetThePointerBePlaced_data()
+{
+    QTest::addColumn<QString>("platform");
+    QTest::addColumn<bool>("possible");
+    QTest::newRow("X11") << "xcb" << true;
+    QTest::newRow("macOS") << "cocoa" << true;
+    QTest::newRow("Wayland") << "wayland" << false;
+    QTest::newRow("Wayland with EGL") << "wayland-egl" << false;
+}
+
+void TestSliderDrag::waylandAloneDoesNotLetThePointerBePlaced()
+{
+    QFETCH(QString, platform);
+    QTEST(PointerWarp::isPossibleOn(platform), "possible");
+}
+
+void TestSliderDrag::testDisplayLetsThePointerBePlaced()
+{
+    QCOMPARE(PointerWarp::isPossible(), PointerWarp::isPossibleOn(QGuiApplication::platformName()));
+}
+
+void TestSliderDrag::pointerIsPlacedOnlyWhereItMay()
+{
+    QSlider slider;
+    CSliderDrag drag(&slider);
+    drag.setPointerWarps(true);
+    drag.warpPointer(QPoint(40, 50));
+    QTRY_COMPARE(QCursor::pos(), QPoint(40, 50));
+    drag.setPointerWarps(false);
+    drag.warpPointer(QPoint(80, 90));
+    QCOMPARE(QCursor::pos(), QPoint(40, 50));
+}
+
+QTEST_MAIN(TestSliderDrag)
+#include "TestSliderDrag.moc"

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QWidget>
+
+class CKnobLED;
+class CMemAPIWrapper;
+class CSlideEditor;
+class CTextSlider;
+class QAbstractSlider;
+
+/// The page of one knob: its LED ring and five editors for its settings. Remembers which of these controls was selected
+/// last, and copies and pastes that control's setting through the system clipboard.
+///
+/// Clipboard  each control has a format of its own. A setting is its value as stored, as decimal text. A knob is a mark
+///            alone: its settings stay in the memory's copy buffer.
+/// Memory     borrowed; null for none. It is used by commands alone, so it may go before this widget does.
+class CControlView : public QWidget
+{
+    Q_OBJECT
+
+  public:
+    /// parent   the main window, with the slots setEditMenuEnable(), copy() and paste().
+    CControlView(QWidget* parent, CMemAPIWrapper* memory);
+
+    /// Builds the page and writes the knob's factory settings into the memory. Once.
+    void initialize(int knob);
+
+    /// Writes the knob's factory settings, and 0 as its value, into the memory; tells neither observers nor the device.
+    void setAllDefaultParamsToMemAPI();
+
+    [[nodiscard]] bool canCopy() const;
+
+    /// Whether the clipboard holds what the selected control takes.
+    [[nodiscard]] bool canPaste() const;
+
+    /// Act on the selected control: the whole knob until one is selected. Nothing happens where something is missing.
+    void copy();
+    void paste();
+
+    /// Offers Copy and Paste through the parent's commands. Returns when the menu has closed.
+    void showContextMenu(const QPoint& globalPos);
+
+    /// A context menu of one of the page's controls also selects it.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  public slots:
+    void sliderSelect(QWidget* slider);
+    void knobSelect();
+
+  signals:
+    void selected(int numOfKnob);
+
+  private:
+    void createKnob();
+    [[nodiscard]] CTextSlider* createTextSlider(int maximum);
+    [[nodiscard]] CSlideEditor* createEditor(QAbstractSlider* slider, const QRect& rect, bool spinOverlaps,
+                                             int category);
+    void watchEditor(CSlideEditor* editor);
+    [[nodiscard]] CSlideEditor* selectedEditor() const;
+
+    CMemAPIWrapper* m_memory;
+    int m_numOfKnob = 0;
+    // Children
+    CKnobLED* m_knob = nullptr;
+    CSlideEditor* m_ccNumEditor = nullptr;
+    CSlideEditor* m_midiChEditor = nullptr;
+    CSlideEditor* m_maxEditor = nullptr;
+    CSlideEditor* m_minEditor = nullptr;
+    CSlideEditor* m_ledTypeEditor = nullptr;
+    int m_selectedControl = 0;
+    QWidget* m_selectedSlider = nullptr;
+};

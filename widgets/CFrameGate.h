@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+
+/// Lets repaint requests through at most once in a frame of the screen, the last one always, and at once when the gate
+/// has been quiet. Nothing runs while no request waits.
+///
+/// Units    milliseconds.
+/// Threads  that of the object.
+class CFrameGate : public QObject
+{
+    Q_OBJECT
+
+  public:
+    /// Time that never goes back, counted from any moment.
+    using Clock = std::function<qint64()>;
+
+    /// The shortest whole time that keeps to 60 frames a second.
+    static constexpr int k_interval = 17;
+
+    explicit CFrameGate(QObject* parent = nullptr, Clock clock = monotonicClock);
+
+    /// Has frame() emitted, now or when the present frame is over.
+    void request();
+
+    /// Whether a request waits.
+    [[nodiscard]] bool isPending() const;
+
+  signals:
+    void frame();
+
+  private:
+    static qint64 monotonicClock();
+    void open();
+
+    Clock m_clock;
+    std::optional<qint64> m_lastFrame;
+    QTimer m_timer{this};
+};

@@ -1,0 +1,98 @@
+#include "widgets/CKnobLED.h"
+
+#include "app/common/SkinPixmap.h"
+#include "device/CMemAPI.h"
+#include "device/DeviceParams.h"
+#include "widgets/FadedImage.h"
+#include "widgets/ImageStrip.h"
+#include "widgets/KnobLEDIndex.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPropertyAnimation>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int k_fadeTime = 200; // ms
+}
+
+CKnobLED::CKnobLED(QWidget* parent)
+    : QWidget(parent), m_fadeAnimation(new QPropertyAnimation(this, QByteArrayLiteral("alpha"), this))
+{
+    m_fadeAnimation->setDuration(k_fadeTime);
+    m_fadeAnimation->setEasingCurve(QEasingCurve::Linear);
+    connect(&m_frameGate, &CFrameGate::frame, this, qOverload<>(&QWidget::update));
+}
+
+CKnobLED::~CKnobLED()
+{
+    unregisterObserverFromMemAPI();
+}
+
+int CKnobLED::getImageIndexByType(int ledType) const
+{
+    return knobLEDIndex(ledType, m_knobValue);
+}
+
+int CKnobLED::getAlpha() const
+{
+    return m_alpha;
+}
+
+void CKnobLED::setAlpha(int alpha)
+{
+    m_alpha = alpha;
+    m_frameGate.request();
+}
+
+void CKnobLED::updateMemAPI()
+{
+    m_knobValue = getKnob();
+    updateLED();
+}
+
+void CKnobLED::updateLED()
+{
+    constexpr int toLEDType = k_ledTypeCategory - k_knobValueCategory;
+    const int ledType = memory() != nullptr ? memory()->getParam(controllerID() + toLEDType) : 0;
+    const int index = getImageIndexByType(ledType);
+    if (index == m_currentIndex)
+        return;
+    m_previousIndex = m_currentIndex;
+    m_currentIndex = index;
+
+    const bool rises = m_currentIndex > m_previousIndex;
+    m_fadeAnimation->stop();
+    m_fadeAnimation->setStartValue(rises ? k_minOpacity : k_maxOpacity);
+    m_fadeAnimation->setEndValue(rises ? k_maxOpacity : k_minOpacity);
+    m_fadeAnimation->start();
+}
+
+void CKnobLED::mousePressEvent(QMouseEvent* event)
+{
+    emit selected();
+    QWidget::mousePressEvent(event);
+}
+
+void CKnobLED::paintEvent(QPaintEvent*)
+{
+    updateFrames();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(k_ledRect, m_frames.lowPixmap);
+    painter.drawImage(k_ledRect, fadedImage(m_frames.highImage, m_alpha));
+}
+
+void CKnobLED::updateFrames()
+{
+    const auto [low, high] = std::minmax(m_previousIndex, m_currentIndex);
+    const qreal ratio = qGuiApp->devicePixelRatio();
+    if (m_frames.low == low && m_frames.high == high && m_frames.ratio == ratio)
+        return;
+    const QPixmap strip = skinPixmap(k_knobPath, ratio);
+    const ImageStrip frames(strip, 1, k_numOfLEDStates);
+    m_frames = {low, high, ratio, strip.copy(frames.source(0, low).toRect()),
+                strip.copy(frames.source(0, high).toRect()).toImage().convertToFormat(QImage::Format_ARGB32)};
+}

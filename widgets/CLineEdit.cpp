@@ -1,0 +1,148 @@
+#include "widgets/CLineEdit.h"
+
+#include "app/common/Constants.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPointer>
+#include <QRegularExpressionValidator>
+#include <QWindow>
+
+namespace
+{
+// While the field's own menu is open, the field lends its focus and the edit goes on.
+bool isForOwnMenu(const QFocusEvent& event, const QWidget* field)
+{
+    const QWidget* popup = QApplication::activePopupWidget();
+    return event.reason() == Qt::PopupFocusReason && popup != nullptr && popup->parentWidget() == field;
+}
+} // namespace
+
+CLineEdit::CLineEdit(QWidget* parent) : QLineEdit(parent)
+{
+    setFocusPolicy(Qt::ClickFocus);
+    setFrame(false);
+    connect(this, SIGNAL(editingFinished()), this, SLOT(accept()));
+    connect(this, SIGNAL(returnPressed()), this, SLOT(accept()));
+    connect(this, SIGNAL(textChanged(QString)), this, SLOT(updateText()));
+}
+
+CLineEdit::~CLineEdit() = default;
+
+QString CLineEdit::validatorRegExp() const
+{
+    return m_validatorRegExp;
+}
+
+void CLineEdit::setValidatorRegExp(const QString& expression)
+{
+    m_validatorRegExp = expression;
+    m_validator.reset();
+    if (!expression.isEmpty())
+        m_validator = std::make_unique<QRegularExpressionValidator>(QRegularExpression(expression));
+    setValidator(m_validator.get());
+}
+
+bool CLineEdit::endTrim() const
+{
+    return m_endTrim;
+}
+
+void CLineEdit::setEndTrim(bool trim)
+{
+    m_endTrim = trim;
+}
+
+QMenu* CLineEdit::createStandardContextMenuForCLineEdit()
+{
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("qt_edit_menu"));
+    const auto add = [this, menu](const char* label, QKeySequence::StandardKey key, bool enabled, const char* slot) {
+        const QString shortcut = QKeySequence(key).toString(QKeySequence::NativeText);
+        QAction* action = menu->addAction(QLineEdit::tr(label) + QLatin1Char('\t') + shortcut, this, slot);
+        action->setEnabled(enabled);
+    };
+    const bool canCopy = hasSelectedText() && echoMode() == QLineEdit::Normal;
+    if (!isReadOnly()) {
+        add("&Undo", QKeySequence::Undo, isUndoAvailable(), SLOT(undo()));
+        add("&Redo", QKeySequence::Redo, isRedoAvailable(), SLOT(redo()));
+        menu->addSeparator();
+        add("Cu&t", QKeySequence::Cut, canCopy, SLOT(cut()));
+    }
+    add("&Copy", QKeySequence::Copy, canCopy, SLOT(copy()));
+    if (!isReadOnly())
+        add("&Paste", QKeySequence::Paste, !QApplication::clipboard()->text().isEmpty(), SLOT(paste()));
+    menu->addSeparator();
+    add("Select All", QKeySequence::SelectAll, !text().isEmpty() && selectedText() != text(), SLOT(selectAll()));
+    return menu;
+}
+
+void CLineEdit::updateMemAPI() {}
+
+void CLineEdit::accept()
+{
+    if (!m_editing)
+        return;
+    m_editing = false;
+    if (m_endTrim)
+        setText(text().remove(QRegularExpression(QStringLiteral("[ \t]+$"))));
+    clearFocus();
+    emit accepted();
+}
+
+void CLineEdit::abort()
+{
+    if (!m_editing)
+        return;
+    m_editing = false;
+    clearFocus();
+    setText(m_textAtStart);
+    emit aborted();
+}
+
+void CLineEdit::updateText() {}
+
+void CLineEdit::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        abort();
+    else
+        QLineEdit::keyPressEvent(event);
+    event->accept();
+}
+
+void CLineEdit::focusInEvent(QFocusEvent* event)
+{
+    if (!m_editing) {
+        m_editing = true;
+        m_textAtStart = text();
+        emit started();
+    }
+    QLineEdit::focusInEvent(event);
+}
+
+void CLineEdit::focusOutEvent(QFocusEvent* event)
+{
+    if (m_editing && !hasAcceptableInput())
+        abort();
+    QLineEdit::focusOutEvent(event);
+    // Qt reports the end of an edit only if the text was changed, but the edit ends with the focus in any case.
+    if (!isForOwnMenu(*event, this))
+        accept();
+}
+
+void CLineEdit::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (window()->windowHandle() == nullptr) {
+        QLineEdit::contextMenuEvent(event);
+        return;
+    }
+    // The field may be destroyed, and the menu with it, while the menu is open.
+    const QPointer<QMenu> menu = createStandardContextMenuForCLineEdit();
+    menu->setFont(QFont(k_fontGLT7Bold, 7));
+    menu->exec(event->globalPos());
+    delete menu;
+}

@@ -1,0 +1,199 @@
+#include "widgets/COnOffButton.h"
+
+#include "widgets/ImageStrip.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int k_offRow = 0;
+constexpr int k_onRow = 1;
+constexpr int k_downRow = 2;
+
+bool isArrow(int key)
+{
+    return key == Qt::Key_Left || key == Qt::Key_Up || key == Qt::Key_Right || key == Qt::Key_Down;
+}
+} // namespace
+
+COnOffButton::COnOffButton(QWidget* parent)
+    : QPushButton(parent), DoubleBuffer(this), m_lastDown(isDown()), m_lastChecked(isChecked())
+{
+    setFocusPolicy(Qt::ClickFocus);
+    connect(this, SIGNAL(pressed()), this, SLOT(checkUpdate()), Qt::DirectConnection);
+    connect(this, SIGNAL(released()), this, SLOT(checkUpdate()), Qt::DirectConnection);
+    connect(this, SIGNAL(toggled(bool)), this, SLOT(checkUpdate()), Qt::DirectConnection);
+}
+
+Qt::Alignment COnOffButton::alignment() const
+{
+    return m_alignment;
+}
+
+void COnOffButton::setAlignment(Qt::Alignment alignment)
+{
+    m_alignment = alignment;
+    updateDoubleBuffer();
+}
+
+COnOffButton::TOnOffStateTrigger COnOffButton::offStateTrigger() const
+{
+    return m_offStateTrigger;
+}
+
+void COnOffButton::setOffStateTrigger(TOnOffStateTrigger trigger)
+{
+    m_offStateTrigger = trigger;
+}
+
+COnOffButton::TOnOffStateTrigger COnOffButton::onStateTrigger() const
+{
+    return m_onStateTrigger;
+}
+
+void COnOffButton::setOnStateTrigger(TOnOffStateTrigger trigger)
+{
+    m_onStateTrigger = trigger;
+}
+
+int COnOffButton::onValue() const
+{
+    return m_onValue;
+}
+
+void COnOffButton::setOnValue(int value)
+{
+    m_onValue = value;
+    if (isChecked())
+        writeParam(value);
+}
+
+int COnOffButton::offValue() const
+{
+    return m_offValue;
+}
+
+void COnOffButton::setOffValue(int value)
+{
+    m_offValue = value;
+    if (!isChecked())
+        writeParam(value);
+}
+
+QPixmap COnOffButton::combinedImage() const
+{
+    return m_combinedImage;
+}
+
+void COnOffButton::setCombinedImage(const QPixmap& image)
+{
+    m_combinedImage = image;
+    updateDoubleBuffer();
+}
+
+bool COnOffButton::hasDownImage() const
+{
+    return m_hasDownImage;
+}
+
+void COnOffButton::setHasDownImage(bool has)
+{
+    m_hasDownImage = has;
+    updateDoubleBuffer();
+}
+
+int COnOffButton::imageCategories() const
+{
+    return m_imageCategories;
+}
+
+void COnOffButton::setImageCategories(int count)
+{
+    m_imageCategories = std::max(count, 1);
+    updateDoubleBuffer();
+}
+
+int COnOffButton::category() const
+{
+    return m_category;
+}
+
+void COnOffButton::setCategory(int category)
+{
+    m_category = std::clamp(category, 0, m_imageCategories - 1);
+    updateDoubleBuffer();
+}
+
+void COnOffButton::updateMemAPI()
+{
+    if (!isCheckable())
+        return;
+    const int value = getParam();
+    if (value == m_onValue && !isChecked())
+        setChecked(true);
+    else if (value == m_offValue && isChecked())
+        setChecked(false);
+}
+
+void COnOffButton::checkUpdate()
+{
+    if (isDown() == m_lastDown && isChecked() == m_lastChecked)
+        return;
+    m_lastDown = isDown();
+    m_lastChecked = isChecked();
+    writeParam(isChecked() ? m_onValue : m_offValue);
+    updateDoubleBuffer();
+}
+
+bool COnOffButton::event(QEvent* event)
+{
+    return !eventDoubleBuffer(event) && QWidget::event(event);
+}
+
+void COnOffButton::mousePressEvent(QMouseEvent* event)
+{
+    if (isCheckable() && event->button() == Qt::LeftButton) {
+        if (m_onStateTrigger == buttonPush && !isChecked())
+            click();
+        if (m_offStateTrigger == buttonPush && isChecked())
+            click();
+    }
+    QAbstractButton::mousePressEvent(event);
+}
+
+void COnOffButton::keyPressEvent(QKeyEvent* event)
+{
+    if (!isArrow(event->key()))
+        QPushButton::keyPressEvent(event);
+}
+
+void COnOffButton::keyReleaseEvent(QKeyEvent* event)
+{
+    if (!isArrow(event->key()))
+        QAbstractButton::keyReleaseEvent(event);
+}
+
+void COnOffButton::paintDoubleBuffer(QPainter* painter)
+{
+    if (m_combinedImage.isNull())
+        return;
+    const ImageStrip strip(m_combinedImage, m_imageCategories, m_hasDownImage ? 3 : 2);
+    painter->drawPixmap(strip.target(size(), m_alignment), m_combinedImage, strip.source(m_category, imageRow()));
+}
+
+int COnOffButton::imageRow() const
+{
+    if (m_hasDownImage && isDown())
+        return k_downRow;
+    return isChecked() || isDown() ? k_onRow : k_offRow;
+}
+
+void COnOffButton::writeParam(int value)
+{
+    if (value != getParam() && !setParam(value))
+        updateMemAPI();
+}

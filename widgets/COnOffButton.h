@@ -1,0 +1,93 @@
+#pragma once
+
+#include "device/CMemAPIProxy.h"
+#include "widgets/DoubleBuffer.h"
+
+#include <QPushButton>
+
+/// A button with a picture for each of its states, which stand for two values of a parameter.
+///
+/// Picture  imageCategories columns, of which one is drawn, and 3 rows: off, on, pressed. Without a pressed row a
+///          pressed button looks on.
+/// Failure  an edit that the memory takes back is never shown: the button falls back to the memory's value.
+class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProxy
+{
+    Q_OBJECT
+    Q_PROPERTY(Qt::Alignment alignment READ alignment WRITE setAlignment)
+    Q_PROPERTY(TOnOffStateTrigger offStateTrigger READ offStateTrigger WRITE setOffStateTrigger)
+    Q_PROPERTY(TOnOffStateTrigger onStateTrigger READ onStateTrigger WRITE setOnStateTrigger)
+    Q_PROPERTY(int onValue READ onValue WRITE setOnValue)
+    Q_PROPERTY(int offValue READ offValue WRITE setOffValue)
+    Q_PROPERTY(QPixmap combinedImage READ combinedImage WRITE setCombinedImage)
+    Q_PROPERTY(bool hasDownImage READ hasDownImage WRITE setHasDownImage)
+    Q_PROPERTY(int imageCategories READ imageCategories WRITE setImageCategories)
+    Q_PROPERTY(int controllerID READ controllerID WRITE setControllerID)
+
+  public:
+    /// When a checkable button changes its state: with the mouse button's release, or already with its press.
+    enum TOnOffStateTrigger
+    {
+        buttonRelease = 0,
+        buttonPush = 1
+    };
+    Q_ENUM(TOnOffStateTrigger)
+
+    explicit COnOffButton(QWidget* parent = nullptr);
+
+    [[nodiscard]] Qt::Alignment alignment() const;
+    void setAlignment(Qt::Alignment alignment);
+
+    [[nodiscard]] TOnOffStateTrigger offStateTrigger() const;
+    void setOffStateTrigger(TOnOffStateTrigger trigger);
+
+    [[nodiscard]] TOnOffStateTrigger onStateTrigger() const;
+    void setOnStateTrigger(TOnOffStateTrigger trigger);
+
+    /// The parameter values of the two states. A new value of the present state is written at once.
+    [[nodiscard]] int onValue() const;
+    void setOnValue(int value);
+    [[nodiscard]] int offValue() const;
+    void setOffValue(int value);
+
+    [[nodiscard]] QPixmap combinedImage() const;
+    void setCombinedImage(const QPixmap& image);
+
+    [[nodiscard]] bool hasDownImage() const;
+    void setHasDownImage(bool has);
+
+    /// The picture's number of columns, taken as 1 when below, and the column drawn, brought into 0 .. columns - 1.
+    [[nodiscard]] int imageCategories() const;
+    void setImageCategories(int count);
+    [[nodiscard]] int category() const;
+    void setCategory(int category);
+
+    /// Checks or unchecks a checkable button; a value of neither state leaves it as it is.
+    void updateMemAPI() override;
+
+  public slots:
+    /// Writes the value of the present state and redraws, if checked or down changed since the last call.
+    void checkUpdate();
+
+  protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void paintDoubleBuffer(QPainter* painter) override;
+
+  private:
+    [[nodiscard]] int imageRow() const;
+    void writeParam(int value);
+
+    Qt::Alignment m_alignment = Qt::AlignCenter;
+    TOnOffStateTrigger m_onStateTrigger = buttonRelease;
+    TOnOffStateTrigger m_offStateTrigger = buttonRelease;
+    int m_onValue = 1;
+    int m_offValue = 0;
+    QPixmap m_combinedImage;
+    bool m_hasDownImage = true;
+    int m_imageCategories = 1;
+    int m_category = 0;
+    bool m_lastDown;
+    bool m_lastChecked;
+};

@@ -1,0 +1,113 @@
+#include "widgets/CSlideEditor.h"
+
+#include "app/common/SkinPixmap.h"
+#include "widgets/CLineEdit.h"
+#include "widgets/CSpinButton.h"
+#include "widgets/CTextSlider.h"
+
+#include <QPalette>
+
+namespace
+{
+constexpr int k_marginY = 10; ///< of the editor above and below the slider
+constexpr int k_marginX = 6;  ///< right of it
+} // namespace
+
+CSlideEditor::CSlideEditor(QWidget* parent) : QWidget(parent) {}
+
+CSlideEditor::~CSlideEditor()
+{
+    unregisterObserverFromMemAPI();
+}
+
+void CSlideEditor::initialize(QAbstractSlider* slider, const QRect& rect, bool spinOverlaps)
+{
+    setGeometry(rect.x(), rect.y() - k_marginY, rect.width() + k_marginX, rect.height() + 2 * k_marginY);
+    const QPixmap spinPicture = skinPixmap(k_spinImage);
+    const int spinWidth = spinPicture.deviceIndependentSize().toSize().width();
+
+    if (slider != nullptr) {
+        m_slider = slider;
+        m_slider->setParent(this);
+        m_slider->setGeometry(0, k_marginY, rect.width() - (spinOverlaps ? 0 : spinWidth), rect.height());
+        connectPart(m_slider);
+    }
+
+    m_spinButton = new CSpinButton(this);
+    m_spinButton->setGeometry(width() - (spinWidth + k_marginX), 0, spinWidth + k_marginX, height());
+    m_spinButton->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_spinButton->setCombinedImage(spinPicture);
+    if (m_slider != nullptr) {
+        m_spinButton->setRange(m_slider->minimum(), m_slider->maximum());
+        m_spinButton->setValue(m_slider->value());
+    }
+    m_spinButton->updateDoubleBuffer();
+    m_spinButton->raise();
+    connectPart(m_spinButton);
+}
+
+void CSlideEditor::connectPart(QAbstractSlider* part)
+{
+    connect(part, SIGNAL(sliderPressed()), this, SLOT(editorSelect()));
+    connect(part, SIGNAL(actionTriggered(int)), this, SLOT(editorSelect()));
+    connect(part, SIGNAL(valueChanged(int)), this, SLOT(valueChange(int)));
+}
+
+void CSlideEditor::moveSlider(int x, int y)
+{
+    move(x, y - k_marginY);
+}
+
+void CSlideEditor::setSliderTextColor(const QColor& color)
+{
+    auto* textSlider = qobject_cast<CTextSlider*>(m_slider);
+    if (textSlider == nullptr)
+        return;
+    textSlider->setTextColor(color);
+    QPalette palette = textSlider->lineEdit()->palette();
+    palette.setColor(QPalette::Text, color);
+    textSlider->lineEdit()->setPalette(palette);
+}
+
+void CSlideEditor::focusOnSlider()
+{
+    if (m_slider != nullptr && isVisible())
+        m_slider->setFocus();
+}
+
+int CSlideEditor::getValue() const
+{
+    return m_slider != nullptr ? m_slider->value() : 0;
+}
+
+void CSlideEditor::setValue(int value)
+{
+    if (m_slider != nullptr)
+        m_slider->setValue(value);
+}
+
+void CSlideEditor::updateMemAPI()
+{
+    setValue(getParam());
+    if (m_slider != nullptr && getValue() != getParam() && !setParam(getValue()))
+        setValue(getParam());
+}
+
+void CSlideEditor::editorSelect()
+{
+    emit selected(this);
+}
+
+void CSlideEditor::valueChange(int value)
+{
+    if (m_slider == nullptr || m_spinButton == nullptr)
+        return;
+    // The second part's echo ends here.
+    if (m_slider->value() == m_spinButton->value())
+        return;
+    if (!setParam(value))
+        value = getParam();
+    m_slider->setValue(value);
+    m_spinButton->setValue(value);
+    emit valueChanged(value);
+}

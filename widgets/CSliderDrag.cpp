@@ -1,0 +1,115 @@
+#include "widgets/CSliderDrag.h"
+
+#include "app/common/PointerWarp.h"
+
+#include <QAbstractSlider>
+#include <QCursor>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <QtMath>
+
+#include <cmath>
+
+CSliderDrag::CSliderDrag(QAbstractSlider* slider) : m_slider(slider), m_pointerWarps(PointerWarp::isPossible()) {}
+
+void CSliderDrag::setPointerWarps(bool warps)
+{
+    m_pointerWarps = warps;
+}
+
+bool CSliderDrag::isActive() const
+{
+    return m_active;
+}
+
+void CSliderDrag::begin(const QPoint& pressPos)
+{
+    m_active = true;
+    m_arithmetic.reset();
+    m_pressPos = pressPos;
+    m_centre = m_slider->mapToGlobal(QPoint((m_slider->width() - 1) / 2, (m_slider->height() - 1) / 2));
+    m_origin = m_pointerWarps ? m_centre : m_pressPos;
+    m_pointerPlaced = false;
+    m_rest.reset();
+}
+
+void CSliderDrag::end()
+{
+    m_active = false;
+}
+
+void CSliderDrag::move(const QMouseEvent& event)
+{
+    if (!m_active || !event.buttons().testFlag(Qt::LeftButton))
+        return;
+    const QPoint travel = travelTo(event);
+    if (travel.isNull())
+        return;
+
+    const int range = m_slider->maximum() - m_slider->minimum();
+    const bool fine = event.modifiers().testFlag(Qt::ShiftModifier);
+    const int steps = m_arithmetic.steps(travel.y(), DragArithmetic::factor(range, fine));
+    const int oldValue = m_slider->value();
+    m_slider->setValue(oldValue - steps);
+    if (m_slider->value() != oldValue)
+        emit m_slider->actionTriggered(QAbstractSlider::SliderMove);
+
+    if (m_pointerWarps)
+        placePointer(m_centre);
+    else
+        m_origin += travel;
+}
+
+QPoint CSliderDrag::travelTo(const QMouseEvent& event)
+{
+    QPointF travel = event.globalPosition() - m_origin;
+    // On a dense screen the pointer also stops between two logical pixels. The toolkit rounds that away, downwards
+    // moves up and upwards moves down, but not where the pointer is in the window.
+    if (m_pointerPlaced && !m_rest && travel.isNull())
+        m_rest = event.scenePosition();
+    if (m_rest) {
+        const QPointF exact = event.scenePosition() - *m_rest;
+        const QPointF roundedAway = exact - travel;
+        if (std::abs(roundedAway.x()) < 1.0 && std::abs(roundedAway.y()) < 1.0)
+            travel = exact;
+    }
+    return {static_cast<int>(travel.x()), static_cast<int>(travel.y())};
+}
+
+void CSliderDrag::placePointer(const QPoint& position)
+{
+    PointerWarp::moveTo(position);
+    m_pointerPlaced = true;
+}
+
+bool CSliderDrag::isOverSlider(const QPointF& position) const
+{
+    // Downwards: on a dense screen the last half pixel still belongs to the slider.
+    const QPointF local = m_slider->mapFromGlobal(position);
+    return m_slider->rect().contains(qFloor(local.x()), qFloor(local.y()));
+}
+
+QPoint CSliderDrag::pressPos() const
+{
+    return m_pressPos;
+}
+
+QPoint CSliderDrag::centre() const
+{
+    return m_centre;
+}
+
+void CSliderDrag::warpPointer(const QPoint& position)
+{
+    if (m_pointerWarps && QCursor::pos() != position)
+        placePointer(position);
+}
+
+void CSliderDrag::wheel(const QWheelEvent& event) const
+{
+    const int delta = event.angleDelta().y();
+    if (delta == 0 || !isOverSlider(event.globalPosition()))
+        return;
+    const bool add = (delta > 0) != m_slider->invertedControls();
+    m_slider->triggerAction(add ? QAbstractSlider::SliderSingleStepAdd : QAbstractSlider::SliderSingleStepSub);
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "widgets/DragArithmetic.h"
+
+#include <QPoint>
+
+#include <optional>
+
+class QAbstractSlider;
+class QMouseEvent;
+class QWheelEvent;
+
+/// What the sliders without a track share: a drag up or down changes the value while the pointer is held at the
+/// slider's centre, and the wheel steps. Hiding the pointer, and when a drag begins and ends, is each slider's own.
+///
+/// Units    positions are global, in logical pixels.
+/// Pointer  where the window system does not let it be placed, it moves on, and a drag measures from its last position.
+class CSliderDrag
+{
+  public:
+    /// slider   owns this; borrowed.
+    explicit CSliderDrag(QAbstractSlider* slider);
+
+    /// Whether the pointer can be placed; what the window system says until it is set. Not during a drag.
+    void setPointerWarps(bool warps);
+
+    [[nodiscard]] bool isActive() const;
+    void begin(const QPoint& pressPos);
+    void end();
+
+    /// Changes the slider's value by what the pointer has travelled and takes the pointer back to the centre.
+    /// Nothing happens without a drag or the left button, or at the centre itself: that is where the pointer was
+    /// placed.
+    void move(const QMouseEvent& event);
+
+    /// Whether a position lies within the slider.
+    [[nodiscard]] bool isOverSlider(const QPointF& position) const;
+
+    /// Where the pointer was at the press, and where the slider's centre was then.
+    [[nodiscard]] QPoint pressPos() const;
+    [[nodiscard]] QPoint centre() const;
+
+    /// Places the pointer if it is elsewhere and can be placed.
+    void warpPointer(const QPoint& position);
+
+    /// One single step for any turn of the wheel over the slider.
+    void wheel(const QWheelEvent& event) const;
+
+  private:
+    [[nodiscard]] QPoint travelTo(const QMouseEvent& event);
+    void placePointer(const QPoint& position);
+
+    QAbstractSlider* m_slider;
+    bool m_pointerWarps;
+    bool m_active = false;
+    DragArithmetic m_arithmetic;
+    QPoint m_pressPos;
+    QPoint m_centre;
+    QPoint m_origin;               ///< travel is measured from here
+    bool m_pointerPlaced = false;  ///< since the drag began
+    std::optional<QPointF> m_rest; ///< where in the window a placed pointer lands, once that is known
+};

@@ -1,0 +1,253 @@
+#include "widgets/CSpinButton.h"
+
+#include "widgets/COnOffButton.h"
+#include "widgets/ImageStrip.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int k_minimumRow = 0;
+constexpr int k_betweenRow = 1;
+constexpr int k_upRow = 2;
+constexpr int k_downRow = 3;
+constexpr int k_maximumRow = 4;
+constexpr int k_rows = 5;
+
+constexpr int k_flashMilliseconds = 100;
+
+// A half that is disabled while it is held down would keep its repeat timer running for ever.
+void enableHalf(COnOffButton* half, bool enabled)
+{
+    half->setEnabled(enabled);
+    if (enabled)
+        return;
+    half->setAutoRepeat(false);
+    half->setAutoRepeat(true);
+}
+} // namespace
+
+CSpinButton::CSpinButton(QWidget* parent) : QAbstractSlider(parent), DoubleBuffer(this)
+{
+    setFocusPolicy(Qt::ClickFocus);
+
+    m_flashTimer = new QTimer(this);
+    m_flashTimer->setSingleShot(true);
+    connect(m_flashTimer, SIGNAL(timeout()), this, SLOT(checkUpdate()));
+
+    m_upButton = createHalf(SLOT(stepUp()));
+    m_upShownDown = m_upButton->isDown();
+    m_downButton = createHalf(SLOT(stepDown()));
+    m_downShownDown = m_downButton->isDown();
+    layoutHalves();
+
+    connect(this, SIGNAL(valueChanged(int)), this, SLOT(updateValue()));
+    updateValue();
+    CSpinButton::sliderChange(SliderValueChange);
+}
+
+COnOffButton* CSpinButton::createHalf(const char* stepSlot)
+{
+    auto* half = new COnOffButton(this);
+    half->setCheckable(false);
+    half->setFocusPolicy(Qt::NoFocus);
+    half->setAutoRepeat(true);
+    connect(half, SIGNAL(pressed()), this, SLOT(checkUpdate()), Qt::DirectConnection);
+    connect(half, SIGNAL(released()), this, SLOT(checkUpdate()), Qt::DirectConnection);
+    connect(half, SIGNAL(clicked(bool)), this, stepSlot, Qt::DirectConnection);
+    return half;
+}
+
+Qt::Alignment CSpinButton::alignment() const
+{
+    return m_alignment;
+}
+
+void CSpinButton::setAlignment(Qt::Alignment alignment)
+{
+    m_alignment = alignment;
+    updateDoubleBuffer();
+}
+
+QPixmap CSpinButton::combinedImage() const
+{
+    return m_combinedImage;
+}
+
+void CSpinButton::setCombinedImage(const QPixmap& image)
+{
+    m_combinedImage = image;
+    updateDoubleBuffer();
+}
+
+int CSpinButton::imageCategories() const
+{
+    return m_imageCategories;
+}
+
+void CSpinButton::setImageCategories(int count)
+{
+    m_imageCategories = std::max(count, 1);
+    updateDoubleBuffer();
+}
+
+int CSpinButton::category() const
+{
+    return m_category;
+}
+
+void CSpinButton::setCategory(int category)
+{
+    m_category = std::clamp(category, 0, m_imageCategories - 1);
+    updateDoubleBuffer();
+}
+
+QSize CSpinButton::sizeHint() const
+{
+    return {16, 16};
+}
+
+QSize CSpinButton::minimumSizeHint() const
+{
+    return {0, 0};
+}
+
+void CSpinButton::updateMemAPI()
+{
+    setValue(getParam());
+}
+
+void CSpinButton::checkUpdate()
+{
+    m_flashTimer->stop();
+    if (m_upShownDown == m_upButton->isDown() && m_downShownDown == m_downButton->isDown())
+        return;
+    m_upShownDown = m_upButton->isDown();
+    m_downShownDown = m_downButton->isDown();
+    updateDoubleBuffer();
+}
+
+void CSpinButton::updateValue()
+{
+    if (!setParam(value()))
+        setValue(getParam());
+    updateDoubleBuffer();
+}
+
+void CSpinButton::stepDown()
+{
+    triggerAction(invertedControls() ? SliderSingleStepAdd : SliderSingleStepSub);
+}
+
+void CSpinButton::stepUp()
+{
+    triggerAction(invertedControls() ? SliderSingleStepSub : SliderSingleStepAdd);
+}
+
+bool CSpinButton::event(QEvent* event)
+{
+    return !eventDoubleBuffer(event) && QWidget::event(event);
+}
+
+// A press gets here only when the half under it is disabled, at a limit: it must not go on to what lies below.
+void CSpinButton::mousePressEvent(QMouseEvent* event)
+{
+    const bool lowerHalf = event->position().toPoint().y() > height() / 2;
+    if ((value() >= maximum() && !lowerHalf) || (value() <= minimum() && lowerHalf))
+        event->accept();
+    else
+        QWidget::mousePressEvent(event);
+}
+
+void CSpinButton::wheelEvent(QWheelEvent* event)
+{
+    if (!rect().contains(event->position().toPoint())) {
+        event->ignore();
+        return;
+    }
+    const int delta = event->angleDelta().y();
+    const bool canGoUp = invertedControls() ? value() > minimum() : value() < maximum();
+    const bool canGoDown = invertedControls() ? value() < maximum() : value() > minimum();
+    if (delta > 0 && canGoUp) {
+        flash(true);
+        stepUp();
+    } else if (delta < 0 && canGoDown) {
+        flash(false);
+        stepDown();
+    }
+}
+
+void CSpinButton::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Home:
+    case Qt::Key_Left:
+    case Qt::Key_Down:
+    case Qt::Key_PageDown:
+        if (value() > minimum())
+            flash(false);
+        break;
+    case Qt::Key_End:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_PageUp:
+        if (value() < maximum())
+            flash(true);
+        break;
+    }
+    QAbstractSlider::keyPressEvent(event);
+}
+
+void CSpinButton::resizeEvent(QResizeEvent* event)
+{
+    layoutHalves();
+    QWidget::resizeEvent(event);
+}
+
+void CSpinButton::sliderChange(SliderChange change)
+{
+    if (change != SliderRangeChange && change != SliderValueChange)
+        return;
+    enableHalf(m_upButton, value() < maximum());
+    enableHalf(m_downButton, value() > minimum());
+}
+
+void CSpinButton::paintDoubleBuffer(QPainter* painter)
+{
+    if (m_combinedImage.isNull())
+        return;
+    const ImageStrip strip(m_combinedImage, m_imageCategories, k_rows);
+    painter->drawPixmap(strip.target(size(), m_alignment), m_combinedImage, strip.source(m_category, imageRow()));
+}
+
+int CSpinButton::imageRow() const
+{
+    if (m_downShownDown && value() > minimum())
+        return k_downRow;
+    if (m_upShownDown && value() < maximum())
+        return k_upRow;
+    if (value() <= minimum())
+        return k_minimumRow;
+    return value() >= maximum() ? k_maximumRow : k_betweenRow;
+}
+
+void CSpinButton::layoutHalves()
+{
+    const int half = height() / 2;
+    m_upButton->setGeometry(0, 0, width(), half);
+    m_downButton->setGeometry(0, half, width(), height() - half);
+}
+
+void CSpinButton::flash(bool up)
+{
+    m_upShownDown = up;
+    m_downShownDown = !up;
+    updateDoubleBuffer();
+    m_flashTimer->start(k_flashMilliseconds);
+}

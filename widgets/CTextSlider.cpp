@@ -1,0 +1,306 @@
+#include "widgets/CTextSlider.h"
+
+#include "app/common/PointerWarp.h"
+#include "widgets/CLineEdit.h"
+#include "widgets/NumberText.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QValidator>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+CTextSlider::CTextSlider(QWidget* parent) : QAbstractSlider(parent), DoubleBuffer(this), m_lineEdit(new CLineEdit(this))
+{
+    setFocusPolicy(Qt::ClickFocus);
+    m_lineEdit->hide();
+    m_editMaxLength = m_lineEdit->maxLength();
+    m_editInputMask = m_lineEdit->inputMask();
+    connect(m_lineEdit, SIGNAL(accepted()), this, SLOT(acceptEdit()));
+    connect(m_lineEdit, SIGNAL(aborted()), this, SLOT(abortEdit()));
+    connect(this, SIGNAL(valueChanged(int)), this, SLOT(updateValue()));
+    updateValue();
+}
+
+CTextSlider::~CTextSlider()
+{
+    if (m_drag.isActive())
+        CTextSlider::unsetSliderCursor();
+    unregisterObserverFromMemAPI();
+}
+
+Qt::Alignment CTextSlider::alignment() const
+{
+    return m_alignment;
+}
+
+void CTextSlider::setAlignment(Qt::Alignment alignment)
+{
+    m_alignment = alignment;
+    m_lineEdit->setAlignment(alignment);
+    updateDoubleBuffer();
+}
+
+QString CTextSlider::format() const
+{
+    return m_format;
+}
+
+void CTextSlider::setFormat(const QString& format)
+{
+    m_format = format;
+    updateDoubleBuffer();
+}
+
+double CTextSlider::offset() const
+{
+    return m_offset;
+}
+
+void CTextSlider::setOffset(double offset)
+{
+    m_offset = offset;
+    updateDoubleBuffer();
+}
+
+double CTextSlider::multiplier() const
+{
+    return m_multiplier;
+}
+
+void CTextSlider::setMultiplier(double multiplier)
+{
+    m_multiplier = multiplier;
+    updateDoubleBuffer();
+}
+
+bool CTextSlider::directEdit() const
+{
+    return m_directEdit;
+}
+
+void CTextSlider::setDirectEdit(bool on)
+{
+    m_directEdit = on;
+}
+
+int CTextSlider::editMaxLength() const
+{
+    return m_editMaxLength;
+}
+
+void CTextSlider::setEditMaxLength(int length)
+{
+    m_editMaxLength = length;
+}
+
+QString CTextSlider::editInputMask() const
+{
+    return m_editInputMask;
+}
+
+void CTextSlider::setEditInputMask(const QString& mask)
+{
+    m_editInputMask = mask;
+}
+
+QString CTextSlider::editValidatorRegExp() const
+{
+    return m_editValidatorRegExp;
+}
+
+void CTextSlider::setEditValidatorRegExp(const QString& expression)
+{
+    m_editValidatorRegExp = expression;
+}
+
+QColor CTextSlider::textColor() const
+{
+    return m_textColor;
+}
+
+void CTextSlider::setTextColor(const QColor& color)
+{
+    m_textColor = color;
+    updateDoubleBuffer();
+}
+
+CLineEdit* CTextSlider::lineEdit() const
+{
+    return m_lineEdit;
+}
+
+void CTextSlider::setPointerWarps(bool warps)
+{
+    m_drag.setPointerWarps(warps);
+}
+
+QSize CTextSlider::sizeHint() const
+{
+    return {64, 16};
+}
+
+QSize CTextSlider::minimumSizeHint() const
+{
+    return {0, 0};
+}
+
+void CTextSlider::updateMemAPI()
+{
+    setValue(getParam());
+}
+
+void CTextSlider::updateValue()
+{
+    if (!setParam(value()))
+        setValue(getParam());
+    updateDoubleBuffer();
+}
+
+bool CTextSlider::event(QEvent* event)
+{
+    if (eventDoubleBuffer(event))
+        return false;
+    return QWidget::event(event);
+}
+
+void CTextSlider::mousePressEvent(QMouseEvent* event)
+{
+    if (!m_drag.isOverSlider(event->globalPosition()))
+        return;
+    setSliderDown(true);
+    if (event->button() != Qt::LeftButton)
+        return;
+    // The release of an earlier drag can get lost, but not its pointer.
+    if (m_drag.isActive())
+        unsetSliderCursor();
+    const QPoint pointer = event->globalPosition().toPoint();
+    m_drag.begin(pointer);
+    setAttribute(Qt::WA_UnderMouse);
+    setSliderCursor(Qt::BlankCursor);
+    // The first move places the pointer, not the press.
+    if (pointer != m_drag.centre())
+        PointerWarp::associateMouseAndMouseCursorPosition(true);
+}
+
+void CTextSlider::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (m_drag.isActive() && event->button() == Qt::LeftButton)
+        m_drag.warpPointer(m_drag.pressPos());
+    setSliderDown(false);
+    m_drag.end();
+    unsetSliderCursor();
+}
+
+void CTextSlider::mouseMoveEvent(QMouseEvent* event)
+{
+    m_drag.move(*event);
+}
+
+void CTextSlider::wheelEvent(QWheelEvent* event)
+{
+    setFocus();
+    m_drag.wheel(*event);
+}
+
+void CTextSlider::focusOutEvent(QFocusEvent* event)
+{
+    breakDragOff();
+    QAbstractSlider::focusOutEvent(event);
+}
+
+void CTextSlider::hideEvent(QHideEvent* event)
+{
+    breakDragOff();
+    QAbstractSlider::hideEvent(event);
+}
+
+void CTextSlider::breakDragOff()
+{
+    if (!m_drag.isActive())
+        return;
+    setSliderDown(false);
+    m_drag.end();
+    unsetSliderCursor();
+}
+
+void CTextSlider::setSliderCursor(const QCursor& cursor)
+{
+    QApplication::setOverrideCursor(cursor);
+}
+
+void CTextSlider::unsetSliderCursor()
+{
+    QApplication::restoreOverrideCursor();
+}
+
+void CTextSlider::paintDoubleBuffer(QPainter* painter)
+{
+    // The field for typing covers everything.
+    if (m_lineEdit->isVisible())
+        return;
+    m_text = numberText(m_format, value() * m_multiplier + m_offset);
+    const QPen pen = painter->pen();
+    painter->setPen(m_textColor);
+    painter->drawText(rect(), static_cast<int>(m_alignment), m_text);
+    painter->setPen(pen);
+}
+
+void CTextSlider::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (!m_drag.isOverSlider(event->globalPosition()) || !m_directEdit || event->button() != Qt::LeftButton)
+        return;
+    m_editAborted = false;
+    m_lineEdit->setGeometry(rect());
+    m_lineEdit->setMaxLength(m_editMaxLength);
+    setEditValidator();
+    m_lineEdit->setAlignment(m_alignment);
+    m_lineEdit->setText(m_text);
+    m_lineEdit->selectAll();
+    m_lineEdit->show();
+    m_lineEdit->setFocus(Qt::OtherFocusReason);
+    updateDoubleBuffer();
+}
+
+void CTextSlider::setEditValidator()
+{
+    const auto isWhole = [](double number) { return number == std::trunc(number); };
+    std::unique_ptr<QValidator> validator;
+    if (isWhole(m_offset) && isWhole(m_multiplier))
+        validator = std::make_unique<QIntValidator>();
+    else
+        validator = std::make_unique<QDoubleValidator>();
+    // What it lets through is read as plain digits, whatever the user's language.
+    validator->setLocale(QLocale::c());
+    m_lineEdit->setValidator(validator.get());
+    m_editValidator = std::move(validator);
+}
+
+void CTextSlider::acceptEdit()
+{
+    if (!m_editAborted) {
+        bool isNumber = false;
+        const double number = m_lineEdit->text().toDouble(&isNumber) / m_multiplier - m_offset;
+        if (isNumber && !std::isnan(number)) {
+            setValue(static_cast<int>(std::clamp<double>(number, minimum(), maximum())));
+            emit actionTriggered(QAbstractSlider::SliderNoAction);
+        }
+    }
+    closeEdit(Qt::MouseFocusReason);
+}
+
+void CTextSlider::abortEdit()
+{
+    m_editAborted = true;
+    closeEdit(Qt::OtherFocusReason);
+}
+
+void CTextSlider::closeEdit(Qt::FocusReason reason)
+{
+    m_lineEdit->hide();
+    setFocus(reason);
+    updateDoubleBuffer();
+}

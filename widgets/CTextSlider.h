@@ -1,0 +1,118 @@
+#pragma once
+
+#include "device/CMemAPIProxy.h"
+#include "widgets/CSliderDrag.h"
+#include "widgets/DoubleBuffer.h"
+
+#include <QAbstractSlider>
+
+#include <memory>
+
+class CLineEdit;
+class QValidator;
+
+/// A slider that shows its value as text: drag it up or down, turn the wheel over it, or double-click and type.
+///
+/// Shown    value x multiplier + offset, by the printf-style format (see numberText()).
+/// Typed    becomes the value typed / multiplier - offset, cut toward zero.
+/// Failure  an edit that the memory takes back is never shown: the value falls back to the memory's.
+class CTextSlider : public QAbstractSlider, public DoubleBuffer, public CMemAPIProxy
+{
+    Q_OBJECT
+    Q_PROPERTY(Qt::Alignment alignment READ alignment WRITE setAlignment)
+    Q_PROPERTY(QString format READ format WRITE setFormat)
+    Q_PROPERTY(double offset READ offset WRITE setOffset)
+    Q_PROPERTY(double multiplier READ multiplier WRITE setMultiplier)
+    Q_PROPERTY(bool directEdit READ directEdit WRITE setDirectEdit)
+    Q_PROPERTY(int editMaxLength READ editMaxLength WRITE setEditMaxLength)
+    Q_PROPERTY(QString editInputMask READ editInputMask WRITE setEditInputMask)
+    Q_PROPERTY(QString editValidatorRegExp READ editValidatorRegExp WRITE setEditValidatorRegExp)
+    Q_PROPERTY(int controllerID READ controllerID WRITE setControllerID)
+
+  public:
+    explicit CTextSlider(QWidget* parent = nullptr);
+    ~CTextSlider() override;
+
+    /// Of the text, shown and typed.
+    [[nodiscard]] Qt::Alignment alignment() const;
+    void setAlignment(Qt::Alignment alignment);
+
+    [[nodiscard]] QString format() const;
+    void setFormat(const QString& format);
+    [[nodiscard]] double offset() const;
+    void setOffset(double offset);
+    [[nodiscard]] double multiplier() const;
+    void setMultiplier(double multiplier);
+
+    /// Whether a double-click lets the user type.
+    [[nodiscard]] bool directEdit() const;
+    void setDirectEdit(bool on);
+
+    /// Characters that can be typed.
+    [[nodiscard]] int editMaxLength() const;
+    void setEditMaxLength(int length);
+
+    /// Kept for the form; typing uses neither.
+    [[nodiscard]] QString editInputMask() const;
+    void setEditInputMask(const QString& mask);
+    [[nodiscard]] QString editValidatorRegExp() const;
+    void setEditValidatorRegExp(const QString& expression);
+
+    [[nodiscard]] QColor textColor() const;
+    void setTextColor(const QColor& color);
+
+    /// The field for typing: a child, hidden while nobody types.
+    [[nodiscard]] CLineEdit* lineEdit() const;
+
+    /// Whether drags may place the pointer, instead of what the window system says.
+    void setPointerWarps(bool warps);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+    void updateMemAPI() override;
+
+  public slots:
+    /// Writes the value and redraws.
+    void updateValue();
+
+    /// End of typing. Text that is no number leaves the value as it is.
+    virtual void acceptEdit();
+    void abortEdit();
+
+  protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+    /// The application's pointer during a drag, and its end. Each press that sets it is followed by one end.
+    virtual void setSliderCursor(const QCursor& cursor);
+    virtual void unsetSliderCursor();
+
+    void paintDoubleBuffer(QPainter* painter) override;
+
+  private:
+    void breakDragOff();
+    void setEditValidator();
+    void closeEdit(Qt::FocusReason reason);
+
+    Qt::Alignment m_alignment = Qt::AlignLeft | Qt::AlignVCenter;
+    QString m_format = QStringLiteral("%.0f");
+    double m_offset = 0.0;
+    double m_multiplier = 1.0;
+    bool m_directEdit = false;
+    int m_editMaxLength;
+    QString m_editInputMask;
+    QString m_editValidatorRegExp;
+    QString m_text; ///< as last drawn
+    CSliderDrag m_drag{this};
+    CLineEdit* m_lineEdit; ///< child
+    bool m_editAborted = false;
+    QColor m_textColor = Qt::black;
+    std::unique_ptr<QValidator> m_editValidator;
+};

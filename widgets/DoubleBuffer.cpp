@@ -1,0 +1,87 @@
+#include "widgets/DoubleBuffer.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QWidget>
+
+#include <cmath>
+
+namespace
+{
+// Whole device pixels: under a fractional ratio the last one is partly covered and has to be painted too.
+QSize deviceSize(const QWidget& widget)
+{
+    const qreal ratio = widget.devicePixelRatioF();
+    return {static_cast<int>(std::ceil(widget.width() * ratio)), static_cast<int>(std::ceil(widget.height() * ratio))};
+}
+} // namespace
+
+DoubleBuffer::DoubleBuffer(QWidget* widget) : m_widget(widget) {}
+
+bool DoubleBuffer::eventDoubleBuffer(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Show:
+        updateDoubleBufferPixmap();
+        return false;
+    case QEvent::Polish:
+        m_polished = true;
+        updateDoubleBufferPixmap();
+        return true;
+    case QEvent::Paint:
+        updateDoubleBufferPixmap();
+        paintWidget();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void DoubleBuffer::updateDoubleBuffer()
+{
+    if (!m_polished)
+        return;
+    m_dirty = true;
+    m_widget->update();
+}
+
+void DoubleBuffer::repaintDoubleBuffer()
+{
+    if (!m_polished)
+        return;
+    m_dirty = true;
+    m_widget->repaint();
+}
+
+void DoubleBuffer::updateDoubleBufferPixmap()
+{
+    if (!m_dirty && fitsWidget())
+        return;
+    m_pixmap = QPixmap(deviceSize(*m_widget));
+    m_pixmap.setDevicePixelRatio(m_widget->devicePixelRatioF());
+    m_pixmap.fill(Qt::transparent);
+    if (!m_pixmap.isNull()) {
+        QPainter painter(&m_pixmap);
+        const QPalette& palette = m_widget->palette();
+        painter.setPen(QPen(palette.brush(m_widget->foregroundRole()), 1));
+        painter.setBackground(palette.brush(m_widget->backgroundRole()));
+        painter.setFont(m_widget->font());
+        painter.setRenderHint(QPainter::TextAntialiasing, false);
+        // Pictures come in whole densities; between two of them they are scaled.
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        paintDoubleBuffer(&painter);
+    }
+    m_dirty = false;
+}
+
+bool DoubleBuffer::fitsWidget() const
+{
+    return m_pixmap.size() == deviceSize(*m_widget) &&
+           qFuzzyCompare(m_pixmap.devicePixelRatio(), m_widget->devicePixelRatioF());
+}
+
+void DoubleBuffer::paintWidget()
+{
+    QPainter painter(m_widget);
+    painter.drawPixmap(0, 0, m_pixmap);
+}

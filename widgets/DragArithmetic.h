@@ -1,0 +1,29 @@
+#pragma once
+
+/// Turns the vertical travel of a drag into value steps, and keeps the travel that has not made a step yet.
+///
+/// Units    travel and remainder are in logical pixels, positive downwards; factors are value steps per pixel.
+/// Ranges   a range is maximum - minimum of the value.
+class DragArithmetic
+{
+  public:
+    /// fine   the user asks for finer steps.
+    [[nodiscard]] static constexpr double factor(int range, bool fine)
+    {
+        if (range >= 1000)
+            return fine ? 0.25 : 10.0;
+        const double base = range <= 8 ? 0.125 : range <= 16 ? 0.25 : range <= 32 ? 0.5 : 1.0;
+        return fine ? base * 0.25 : base;
+    }
+
+    /// Forgets the travel kept.
+    void reset();
+
+    /// The whole steps that the kept travel and this one make; positive for a drag downwards.
+    [[nodiscard]] int steps(int travel, double factor);
+
+    [[nodiscard]] int remainder() const;
+
+  private:
+    int m_remainder = 0;
+};
