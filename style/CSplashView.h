@@ -1,0 +1,63 @@
+#pragma once
+
+#include "style/CInfoFace.h"
+#include "widgets/COverlapView.h"
+
+class QPropertyAnimation;
+class QTimer;
+
+/// Covers the window at start-up, with a bar that fills, and slides out to the right when the editor is ready, but not
+/// before 2000 ms; without word from the editor at 5000 ms.
+///
+/// Units    milliseconds, logical pixels.      Threads  GUI thread only.
+/// Owns     its timers and its animation, as children. Whoever creates it sets Qt::WA_DeleteOnClose.
+class CSplashView : public COverlapView
+{
+    Q_OBJECT
+    Q_PROPERTY(int animVariable READ getAnimVariable WRITE setAnimVariable)
+
+  public:
+    /// window   borrowed; locked as long as this view lives.
+    CSplashView(QWidget* parent, QWidget* window, QPixmap background);
+
+    /// To be called once, before everything below.
+    void initialize(QString editorName, QString version, QString copyright);
+
+    void showView();
+
+    /// Slides out and closes, once the minimum time is over and the editor is ready; before that, and while it slides,
+    /// nothing happens. finished() has been emitted on return.
+    void hideView();
+
+    /// The view's left edge.
+    [[nodiscard]] int getAnimVariable() const;
+    void setAnimVariable(int v);
+
+    /// The bar's width after a time: its whole width after 1700 ms.
+    [[nodiscard]] static int barWidth(int wholeWidth, int elapsed);
+
+  public slots:
+    void showTimeOver(); ///< 17 ms more have passed
+    void editorReady();
+    void closeView();
+    void timeout(); ///< waits for the editor no longer
+
+  signals:
+    void finished(); ///< the editor can be used; the view begins to slide
+    void closed();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    CInfoFace m_face;
+    QPixmap m_barBackground;
+    QPixmap m_bar;
+    QTimer* m_showTimer = nullptr;
+    QTimer* m_timeoutTimer = nullptr;
+    bool m_minimumShowRunning = true;
+    bool m_editorIsReady = false;
+    QPropertyAnimation* m_slideAnimation = nullptr;
+    int m_animVariable = 0;
+    int m_elapsed = 0;
+};
