@@ -1,0 +1,434 @@
+#include "app/CMainWindow.h"
+
+#include "app/CMenuManager.h"
+#include "app/Manual.h"
+#include "app/WindowReach.h"
+#include "app/common/CMessageBox.h"
+#include "app/common/Constants.h"
+#include "app/common/Utilities.h"
+#include "connection/CConnectionMonitor.h"
+#include "connection/CStartConnectionManager.h"
+#include "device/CMemAPIWrapper.h"
+#include "file/CFileWrapper.h"
+#include "style/CAboutView.h"
+#include "style/COnlineMark.h"
+#include "style/CSplashView.h"
+#include "ui_MainWindow.h"
+#include "widgets/CControlView.h"
+
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+
+#include <array>
+
+namespace
+{
+constexpr QSize k_controlViewSize(87, 279);
+constexpr std::array<QRect, k_numOfKnobs> k_ControlViewRect{
+    QRect(QPoint(23, 58), k_controlViewSize),   QRect(QPoint(126, 58), k_controlViewSize),
+    QRect(QPoint(229, 58), k_controlViewSize),  QRect(QPoint(332, 58), k_controlViewSize),
+    QRect(QPoint(23, 341), k_controlViewSize),  QRect(QPoint(126, 341), k_controlViewSize),
+    QRect(QPoint(229, 341), k_controlViewSize), QRect(QPoint(332, 341), k_controlViewSize),
+};
+constexpr QRect k_viewRect(12, 45, 421, 580);
+constexpr QPoint k_onlineMarkPos(403, 6);
+
+const QString k_mainWindowImagePath = QStringLiteral(":images/ktz_jx_main_window.png");
+const QString k_infoImagePath = QStringLiteral(":images/ktz_jx_info_view.png");
+
+QList<QRect> screenAreas()
+{
+    QList<QRect> areas;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    for (const QScreen* screen : screens)
+        areas.append(screen->availableGeometry());
+    return areas;
+}
+
+/// Whether the window system leaves it to the program where its windows are.
+bool canPlaceWindows()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+} // namespace
+
+CMainWindow::CMainWindow(const ConnectionTimes& times) : CFrame(nullptr, Qt::FramelessWindowHint), m_times(times) {}
+
+CMainWindow::~CMainWindow()
+{
+    if (m_memory && m_memory->isConnected())
+        endEditOperation();
+    // The views unlock the window when they go, so that the window has to be whole then.
+    delete m_splash;
+    delete m_about;
+    // Widgets and monitor live longer than the memory in the window's tree; from here on none of them reaches it. The
+    // monitor may still be running: a window can close before the device's first answer.
+    delete m_connectionMonitor;
+    releaseSubController(this);
+    m_memory.reset();
+    m_menuManager.reset();
+    m_file.reset();
+    // Copied knob settings never outlive the run.
+    QGuiApplication::clipboard()->clear();
+}
+
+void CMainWindow::initialize()
+{
+    m_initializing = true;
+    Qt::WindowFlags flags = windowFlags();
+    flags &= ~(Qt::WindowTitleHint | Qt::WindowMaximizeButtonHint);
+    setWindowFlags(flags | Qt::FramelessWindowHint);
+
+    m_form = std::make_unique<Ui_MainWindow>();
+    m_form->setupUi(this);
+    Utilities::adjustFont(this);
+    connect(m_form->holdWindowInFrontBtn, SIGNAL(toggled(bool)), this, SLOT(callStaysOnTop(bool)));
+    // Knob settings of an earlier run cannot be pasted: the memory that held them is gone.
+    QGuiApplication::clipboard()->clear();
+
+    m_menuManager = std::make_unique<CMenuManager>();
+    m_menuManager->initialize(this);
+    m_memory = std::make_unique<CMemAPIWrapper>();
+    m_memory->initialize();
+    m_file = std::make_unique<CFileWrapper>(this, m_memory.get());
+    m_file->initialize();
+
+    createControlViews();
+    initializeSubController(this);
+    setAllDefaultParamsToMemAPI();
+    createOnlineMark();
+    m_overlay = new QWidget(this);
+    m_overlay->setGeometry(k_viewRect);
+    m_overlay->hide();
+    showSplash();
+    createConnectionMonitor();
+
+    const bool deviceFound = m_memory->isConnectOutput();
+    if (deviceFound) {
+        startEditOperation();
+        // A request that could not be sent leaves the defaults; the keep-alive notices a lost device.
+        m_memory->requestAllParam();
+    }
+    m_menuManager->setMenuItemEnabledByID(CMenuManager::k_revertItem, deviceFound);
+    m_menuManager->setMenuItemEnabledByID(CMenuManager::k_resetItem, deviceFound);
+    if (m_splash)
+        m_splash->editorReady();
+}
+
+void CMainWindow::createControlViews()
+{
+    for (int knob = 0; knob < k_numOfKnobs; ++knob) {
+        auto* view = new CControlView(this, m_memory.get());
+        view->initialize(knob);
+        view->setGeometry(k_ControlViewRect[static_cast<std::size_t>(knob)]);
+        m_views.append(view);
+        connect(view, SIGNAL(selected(int)), this, SLOT(conViewSelect(int)));
+    }
+}
+
+void CMainWindow::initializeSubController(QWidget* widget)
+{
+    const QObjectList children = widget->children();
+    for (QObject* child : children) {
+        if (auto* proxy = dynamic_cast<CMemAPIProxy*>(child)) {
+            proxy->initialize(m_memory.get());
+            proxy->setPortName(k_jxEditorPortName);
+        }
+        if (child->isWidgetType())
+            initializeSubController(static_cast<QWidget*>(child));
+    }
+}
+
+void CMainWindow::releaseSubController(QWidget* widget)
+{
+    const QObjectList children = widget->children();
+    for (QObject* child : children) {
+        if (auto* proxy = dynamic_cast<CMemAPIProxy*>(child)) {
+            proxy->unregisterObserverFromMemAPI();
+            proxy->initialize(nullptr);
+        }
+        if (child->isWidgetType())
+            releaseSubController(static_cast<QWidget*>(child));
+    }
+}
+
+void CMainWindow::setAllDefaultParamsToMemAPI()
+{
+    for (int knob = 0; knob < m_views.size(); ++knob) {
+        m_views[knob]->setAllDefaultParamsToMemAPI();
+        m_memory->updateKnob(knob);
+    }
+}
+
+void CMainWindow::createOnlineMark()
+{
+    m_onlineMark = new COnlineMark(this);
+    m_onlineMark->initialize();
+    m_onlineMark->move(k_onlineMarkPos);
+}
+
+void CMainWindow::createConnectionMonitor()
+{
+    m_connectionMonitor = new CConnectionMonitor(this, m_memory.get(), k_jxEditorPortName, m_times);
+    connect(m_connectionMonitor, SIGNAL(connected()), m_onlineMark, SLOT(turnOn()));
+    connect(m_connectionMonitor, SIGNAL(disconnected()), this, SLOT(disconnectDevice()));
+}
+
+void CMainWindow::showSplash()
+{
+    if (m_lockCount >= 1 || m_overlay == nullptr)
+        return;
+    m_splash = new CSplashView(m_overlay, this, QPixmap(k_infoImagePath));
+    m_splash->initialize(k_editorName, k_version, k_copyright);
+    connect(m_splash, SIGNAL(closed()), m_overlay, SLOT(hide()));
+    connect(m_splash, SIGNAL(finished()), this, SLOT(backupMemAPI()));
+    connect(m_splash, SIGNAL(finished()), this, SLOT(applicationFileOpen()));
+    connect(m_splash, SIGNAL(finished()), this, SLOT(endInitialize()));
+    m_splash->setAttribute(Qt::WA_DeleteOnClose);
+    m_splash->setGeometry(QRect(QPoint(0, 0), k_viewRect.size()));
+    m_overlay->raise();
+    m_overlay->show();
+    m_splash->showView();
+}
+
+void CMainWindow::about()
+{
+    if (m_lockCount >= 1 || m_overlay == nullptr)
+        return;
+    m_about = new CAboutView(m_overlay, this, QPixmap(k_infoImagePath));
+    m_about->initialize(k_editorName, k_version, k_copyright);
+    connect(m_about, SIGNAL(closed()), m_overlay, SLOT(hide()));
+    m_about->setAttribute(Qt::WA_DeleteOnClose);
+    m_about->setGeometry(QRect(QPoint(0, 0), k_viewRect.size()));
+    m_overlay->raise();
+    m_overlay->show();
+    m_about->showView();
+}
+
+void CMainWindow::startEditOperation()
+{
+    CStartConnectionManager startManager(m_memory.get(), k_jxEditorPortName, m_times);
+    if (startManager.sendStartMessage() && m_connectionMonitor != nullptr)
+        m_connectionMonitor->start();
+}
+
+void CMainWindow::endEditOperation()
+{
+    if (m_connectionMonitor != nullptr)
+        m_connectionMonitor->stop();
+    // The device notices by itself if this does not reach it.
+    if (m_memory)
+        m_memory->sendMessage(k_jxEditorPortName, k_endMessage, 0);
+}
+
+void CMainWindow::setApplicationFilePath(const QString& path)
+{
+    m_applicationFilePath = path;
+}
+
+bool CMainWindow::isInitializing() const
+{
+    return m_initializing;
+}
+
+void CMainWindow::backupMemAPI()
+{
+    m_memory->backupParams();
+}
+
+void CMainWindow::endInitialize()
+{
+    m_memory->setDirty(false);
+    m_initializing = false;
+    setFocus();
+}
+
+void CMainWindow::open()
+{
+    if (m_file && m_file->openFile())
+        updateAndSendAllKnobs();
+}
+
+void CMainWindow::applicationFileOpen()
+{
+    if (m_applicationFilePath.isEmpty() || !m_file)
+        return;
+    // Nothing can have been edited during the start-up.
+    if (!m_initializing && !m_file->checkSaveFile())
+        return;
+    if (m_file->openFile(m_applicationFilePath))
+        updateAndSendAllKnobs();
+}
+
+void CMainWindow::updateAndSendAllKnobs()
+{
+    if (!m_memory)
+        return;
+    for (int knob = 0; knob < k_numOfKnobs; ++knob) {
+        m_memory->updateKnob(knob);
+        m_memory->sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
+    }
+}
+
+void CMainWindow::sendAllKnobs()
+{
+    for (int knob = 0; knob < k_numOfKnobs; ++knob)
+        m_memory->sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
+}
+
+void CMainWindow::save()
+{
+    // The file object has told the user of a failure.
+    if (m_file)
+        static_cast<void>(m_file->saveFile());
+}
+
+void CMainWindow::saveAs()
+{
+    if (m_file)
+        static_cast<void>(m_file->saveAsFile());
+}
+
+CControlView* CMainWindow::selectedControlView() const
+{
+    return m_views.value(m_selectedView, nullptr);
+}
+
+void CMainWindow::copy()
+{
+    CControlView* view = selectedControlView();
+    if (view != nullptr && view->canCopy())
+        view->copy();
+}
+
+void CMainWindow::paste()
+{
+    CControlView* view = selectedControlView();
+    if (view != nullptr && view->canPaste())
+        view->paste();
+}
+
+void CMainWindow::setEditMenuEnable()
+{
+    const CControlView* view = selectedControlView();
+    m_menuManager->setMenuItemEnabledByID(CMenuManager::k_copyItem, view != nullptr && view->canCopy());
+    m_menuManager->setMenuItemEnabledByID(CMenuManager::k_pasteItem, view != nullptr && view->canPaste());
+}
+
+void CMainWindow::conViewSelect(int index)
+{
+    m_selectedView = index;
+}
+
+void CMainWindow::revert()
+{
+    if (m_memory && CMessageBox::question(this, k_revertTitle, k_revertMessage, QMessageBox::Yes | QMessageBox::No,
+                                          QMessageBox::No) == QMessageBox::Yes)
+        m_memory->revertParams();
+}
+
+void CMainWindow::factoryReset()
+{
+    if (m_memory && CMessageBox::question(this, k_resetTitle, k_resetMessage, QMessageBox::Yes | QMessageBox::No,
+                                          QMessageBox::No) == QMessageBox::Yes) {
+        setAllDefaultParamsToMemAPI();
+        sendAllKnobs();
+    }
+}
+
+void CMainWindow::manual()
+{
+    if (!Manual::open())
+        CMessageBox::warning(this, QString(), k_errorManual, QMessageBox::Ok, QMessageBox::Ok);
+}
+
+void CMainWindow::disconnectDevice()
+{
+    m_onlineMark->turnOff();
+    m_menuManager->setMenuItemEnabledByID(CMenuManager::k_revertItem, false);
+    m_menuManager->setMenuItemEnabledByID(CMenuManager::k_resetItem, false);
+}
+
+void CMainWindow::callStaysOnTop(bool isTop)
+{
+    Utilities::windowStaysOnTop(this, isTop);
+}
+
+void CMainWindow::setCloseButtonEnabled(bool isEnable)
+{
+    m_form->closeWindowBtn->setVisible(isEnable);
+}
+
+void CMainWindow::windowLock()
+{
+    if (m_lockCount > 0) {
+        ++m_lockCount;
+        return;
+    }
+    m_menuManager->setMenuBarEnabled(false);
+    m_lockCount = 1;
+}
+
+void CMainWindow::windowUnlock()
+{
+    --m_lockCount;
+    if (m_lockCount > 0)
+        return;
+    m_menuManager->setMenuBarEnabled(true);
+    // Whether or not a cursor was set while the window was locked.
+    QGuiApplication::restoreOverrideCursor();
+    m_lockCount = 0;
+}
+
+void CMainWindow::closeEvent(QCloseEvent* e)
+{
+    if (!m_initializing && m_file && !m_file->checkSaveFile())
+        e->ignore();
+    else
+        e->accept();
+}
+
+void CMainWindow::mousePressEvent(QMouseEvent* e)
+{
+    if (e->button() != Qt::LeftButton)
+        return;
+    if (!canPlaceWindows()) {
+        windowHandle()->startSystemMove();
+        return;
+    }
+    m_dragOffset = e->globalPosition().toPoint() - pos();
+    m_dragging = true;
+}
+
+void CMainWindow::mouseMoveEvent(QMouseEvent* e)
+{
+    if (m_dragging && e->buttons().testFlag(Qt::LeftButton))
+        move(e->globalPosition().toPoint() - m_dragOffset);
+}
+
+void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
+{
+    if (e->button() != Qt::LeftButton)
+        return;
+    if (!WindowReach::isReachable(geometry(), screenAreas())) {
+        const QPoint cursor = e->globalPosition().toPoint();
+        const QScreen* screen = QGuiApplication::screenAt(cursor);
+        if (screen == nullptr)
+            screen = QGuiApplication::primaryScreen();
+        move(WindowReach::reachablePosition(cursor - m_dragOffset, width(), screen->availableGeometry()));
+    }
+    m_dragging = false;
+    m_dragOffset = QPoint();
+}
+
+void CMainWindow::paintDoubleBuffer(QPainter* painter)
+{
+    CFrame::paintDoubleBuffer(painter);
+    const QPixmap foreground(k_mainWindowImagePath);
+    painter->drawPixmap(QPointF(0, height() - foreground.deviceIndependentSize().height()), foreground);
+}

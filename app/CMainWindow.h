@@ -1,0 +1,112 @@
+#pragma once
+
+#include "connection/ConnectionTimes.h"
+#include "widgets/CFrame.h"
+
+#include <QPoint>
+#include <QPointer>
+#include <QVector>
+
+#include <memory>
+
+class CAboutView;
+class CConnectionMonitor;
+class CControlView;
+class CFileWrapper;
+class CMemAPIWrapper;
+class CMenuManager;
+class COnlineMark;
+class CSplashView;
+class Ui_MainWindow;
+
+/// The editor's one window: the skinned frame with eight knob pages, its own menu bar and buttons, the online mark, and
+/// the overlay of the splash and about views. Starts and ends the connection and carries out every command.
+///
+/// Threads  GUI thread only.
+/// Owns     the device memory, the settings file object and the menu manager; everything else is in its widget tree.
+class CMainWindow : public CFrame
+{
+    Q_OBJECT
+
+  public:
+    explicit CMainWindow(const ConnectionTimes& times = {});
+
+    /// Ends the connection, with an end message while the device answers, and empties the clipboard.
+    ~CMainWindow() override;
+
+    /// Builds the window and, if the device's output port is there, connects. Blocks until the device has answered.
+    void initialize();
+
+    /// Binds every proxy below the widget to the memory and to the device's port.
+    void initializeSubController(QWidget* widget);
+
+    void setAllDefaultParamsToMemAPI();
+    void showSplash();
+    void startEditOperation();
+    void endEditOperation();
+
+    /// The settings file that the next applicationFileOpen() opens.
+    void setApplicationFilePath(const QString& path);
+
+    /// Whether the start-up still lasts: true until the splash has finished.
+    [[nodiscard]] bool isInitializing() const;
+
+  public slots:
+    void windowLock();
+    void windowUnlock();
+    void setCloseButtonEnabled(bool isEnable);
+    void callStaysOnTop(bool isTop);
+    void setEditMenuEnable();
+    void disconnectDevice();
+    void open();
+    void save();
+    void saveAs();
+    void copy();
+    void paste();
+    void revert();
+    void factoryReset();
+    void manual();
+    void about();
+    void conViewSelect(int index);
+    void backupMemAPI();
+    void applicationFileOpen();
+    void endInitialize();
+
+  protected:
+    void mousePressEvent(QMouseEvent* e) override;
+    void mouseReleaseEvent(QMouseEvent* e) override;
+    void mouseMoveEvent(QMouseEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;
+    void paintDoubleBuffer(QPainter* painter) override;
+
+  private:
+    void createControlViews();
+    void createOnlineMark();
+    void createConnectionMonitor();
+    [[nodiscard]] CControlView* selectedControlView() const;
+
+    /// Shows every knob's settings and sends them to the device.
+    void updateAndSendAllKnobs();
+    void sendAllKnobs();
+
+    /// Unbinds every proxy below the widget, which may then outlive the memory.
+    void releaseSubController(QWidget* widget);
+
+    std::unique_ptr<Ui_MainWindow> m_form;
+    std::unique_ptr<CMemAPIWrapper> m_memory;
+    std::unique_ptr<CMenuManager> m_menuManager;
+    std::unique_ptr<CFileWrapper> m_file;
+    int m_lockCount = 0;
+    bool m_dragging = false;
+    bool m_initializing = false;
+    QPoint m_dragOffset; ///< cursor position minus window position at the press
+    QVector<CControlView*> m_views;
+    COnlineMark* m_onlineMark = nullptr;
+    CConnectionMonitor* m_connectionMonitor = nullptr;
+    QWidget* m_overlay = nullptr;
+    QPointer<CSplashView> m_splash;
+    QPointer<CAboutView> m_about;
+    int m_selectedView = 0;
+    QString m_applicationFilePath;
+    ConnectionTimes m_times;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QList>
+#include <QPoint>
+#include <QRect>
+
+/// Where the user may leave the frameless window: enough of it has to stay on some screen to take hold of it again.
+///
+/// Units    global logical pixels. Screens are their available geometries.
+namespace WindowReach
+{
+/// Height of the strip at the window's top, and width of the strip at either side, that has to stay in reach.
+inline constexpr int k_verticalMargin = 22;
+inline constexpr int k_horizontalMargin = 11;
+
+/// Whether the window can be taken hold of on one of the screens.
+[[nodiscard]] bool isReachable(const QRect& window, const QList<QRect>& screens);
+
+/// The position nearest to the wanted one at which a window of this width is in reach on the screen.
+[[nodiscard]] QPoint reachablePosition(QPoint wanted, int windowWidth, const QRect& screen);
+} // namespace WindowReach

@@ -1,0 +1,134 @@
+#include "app/common/Constants.h"
+#include "app/common/SkinFonts.h"
+#include "app/common/Utilities.h"
+#include "tests/support/CTestCase.h"
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QWidget>
+#include <QWindow>
+
+class TestUtilities : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void initTestCase();
+
+    void skinFontsGetTheirSizes_data();
+    void skinFontsGetTheirSizes();
+    void otherFontKeepsItsAntialiasing();
+    void childWithoutAFontGetsItsParentsExplicitly();
+    void parentIsAdjustedBeforeItsChildren();
+    void widgetWithoutAnyExplicitFontIsLeftAlone();
+    void childrenThatAreNoWidgetsAreSkipped();
+    void windowGoesInFrontAndBack();
+    void windowWithoutANativeWindowIsLeftAlone();
+};
+
+void TestUtilities::initTestCase()
+{
+    Q_INIT_RESOURCE(common_images);
+    QVERIFY(registerSkinFonts());
+}
+
+void TestUtilities::skinFontsGetTheirSizes_data()
+{
+    QTest::addColumn<QString>("family");
+    QTest::addColumn<int>("size");
+    QTest::newRow("7") << k_fontGLT7Bold << 7;
+    QTest::newRow("8") << k_fontGLT8 << 8;
+    QTest::newRow("10") << k_fontGLT10Bold << 10;
+}
+
+void TestUtilities::skinFontsGetTheirSizes()
+{
+    QFETCH(QString, family);
+    QFETCH(int, size);
+    QWidget widget;
+    widget.setFont(QFont(family, 33));
+    Utilities::adjustFont(&widget);
+    QCOMPARE(widget.font().family(), family);
+    QCOMPARE(widget.font().pointSize(), size);
+    QCOMPARE(widget.font().styleStrategy(), QFont::NoAntialias);
+    QCOMPARE(widget.font().styleHint(), QFont::AnyStyle);
+    QCOMPARE(QFontInfo(widget.font()).family(), family);
+}
+
+void TestUtilities::otherFontKeepsItsAntialiasing()
+{
+    QWidget widget;
+    widget.setFont(QFont(QStringLiteral("Sans"), 33));
+    const QFont before = widget.font();
+    Utilities::adjustFont(&widget);
+    QCOMPARE(widget.font(), before);
+    QVERIFY(widget.font().styleStrategy() != QFont::NoAntialias);
+}
+
+void TestUtilities::childWithoutAFontGetsItsParentsExplicitly()
+{
+    const QFont before = QApplication::font();
+    QWidget parent;
+    auto* child = new QWidget(&parent);
+    parent.setFont(QFont(k_fontGLT8));
+    Utilities::adjustFont(&parent);
+    QVERIFY(child->testAttribute(Qt::WA_SetFont));
+    QApplication::setFont(QFont(QStringLiteral("Sans"), 33));
+    QCOMPARE(child->font().family(), k_fontGLT8);
+    QCOMPARE(child->font().pointSize(), 8);
+    QApplication::setFont(before);
+}
+
+void TestUtilities::parentIsAdjustedBeforeItsChildren()
+{
+    QWidget top;
+    auto* middle = new QWidget(&top);
+    auto* leaf = new QWidget(middle);
+    top.setFont(QFont(k_fontGLT10Bold, 40));
+    Utilities::adjustFont(&top);
+    QCOMPARE(leaf->font().pointSize(), 10);
+    QCOMPARE(leaf->font().styleStrategy(), QFont::NoAntialias);
+}
+
+void TestUtilities::widgetWithoutAnyExplicitFontIsLeftAlone()
+{
+    QWidget parent;
+    auto* child = new QWidget(&parent);
+    Utilities::adjustFont(&parent);
+    QVERIFY(!parent.testAttribute(Qt::WA_SetFont));
+    QVERIFY(!child->testAttribute(Qt::WA_SetFont));
+}
+
+void TestUtilities::childrenThatAreNoWidgetsAreSkipped()
+{
+    QWidget parent;
+    new QObject(&parent);
+    parent.setFont(QFont(k_fontGLT7Bold));
+    Utilities::adjustFont(&parent);
+    QCOMPARE(parent.font().pointSize(), 7);
+}
+
+void TestUtilities::windowGoesInFrontAndBack()
+{
+    QWidget window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const WId native = window.winId();
+    Utilities::windowStaysOnTop(&window, true);
+    QVERIFY(window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
+    QVERIFY(window.isVisible());
+    QCOMPARE(window.winId(), native); // neither hidden nor created anew
+    Utilities::windowStaysOnTop(&window, false);
+    QVERIFY(!window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+void TestUtilities::windowWithoutANativeWindowIsLeftAlone()
+{
+    Utilities::windowStaysOnTop(nullptr, true);
+    QWidget widget;
+    Utilities::windowStaysOnTop(&widget, true);
+    QVERIFY(!widget.windowHandle());
+}
+
+QTEST_MAIN(TestUtilities)
+#include "TestUtilities.moc"
