@@ -1,0 +1,41 @@
+# Sourced by run.sh, test.sh and .ci/run: installs the Debian packages that are missing. bash.
+
+packages_build="cmake ninja-build g++ qt6-base-dev libqt6svg6-dev libgl1-mesa-dev libasound2-dev python3 python3-fonttools"
+packages_display="xvfb xauth openbox xdotool imagemagick x11-utils x11-apps"
+packages_system="qemu-system-x86 busybox-static cpio kmod alsa-utils"
+packages_checks="clang-format"
+
+# need_packages LIST...: every package named in the lists is there afterwards, or the script ends with a clear line.
+need_packages() {
+    local wanted="$*" missing=""
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        echo "This script installs packages on Debian 12 only. On other distributions, install what these contain" >&2
+        echo "and build with cmake --preset release: $wanted" >&2
+        exit 1
+    fi
+    local package
+    for package in $wanted; do
+        if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+            missing="$missing $package"
+        fi
+    done
+    [ -n "$missing" ] || return 0
+
+    local as_root=""
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing, and there is no sudo to install them with:$missing" >&2
+            exit 1
+        fi
+        as_root=sudo
+    fi
+    echo "Installing$missing"
+    $as_root apt-get update -qq
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
+}
+
+# build_preset NAME: configures and builds everything of one preset.
+build_preset() {
+    cmake --preset "$1" >/dev/null
+    cmake --build --preset "$1"
+}

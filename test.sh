@@ -1,0 +1,36 @@
+#!/bin/bash
+# Installs what is missing, builds, and runs every test.
+#
+#   ./test.sh                  all tests of the release build, ending in ctest's summary
+#   ./test.sh --preset NAME    the same with another build: dev, asan, tsan, coverage
+#   ./test.sh --system         afterwards the system test: the editor and a USB-MIDI device in a QEMU guest
+set -euo pipefail
+cd "$(dirname "$0")"
+. packaging/setup.sh
+
+preset=release
+system=no
+while [ $# -gt 0 ]; do
+    case "$1" in
+    --preset)
+        preset="${2:?--preset needs the name of a build}"
+        shift
+        ;;
+    --system) system=yes ;;
+    *)
+        sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+        exit 2
+        ;;
+    esac
+    shift
+done
+
+need_packages $packages_build $packages_display
+[ $system = no ] || need_packages $packages_system
+
+build_preset "$preset"
+if [ $system = yes ]; then
+    # The guest first, so that the last lines are ctest's summary.
+    tests/system/run "build/$preset"
+fi
+ctest --preset "$preset"
