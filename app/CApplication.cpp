@@ -6,7 +6,12 @@
 
 CMainWindow* g_mainWindow = nullptr;
 
-CApplication::CApplication(int& argc, char** argv) : QApplication(argc, argv) {}
+CApplication::CApplication(int& argc, char** argv) : QApplication(argc, argv)
+{
+    // What window managers show for a message box, which has no title of its own.
+    setApplicationName(QStringLiteral("KTZ-JX Editor"));
+    setDesktopFileName(QStringLiteral("ktz-jx-editor"));
+}
 
 bool CApplication::event(QEvent* e)
 {

@@ -5,6 +5,7 @@
 #include "app/WindowReach.h"
 #include "app/common/CMessageBox.h"
 #include "app/common/Constants.h"
+#include "app/common/SkinPixmap.h"
 #include "app/common/Utilities.h"
 #include "connection/CConnectionMonitor.h"
 #include "connection/CStartConnectionManager.h"
@@ -38,6 +39,10 @@ constexpr std::array<QRect, k_numOfKnobs> k_ControlViewRect{
 constexpr QRect k_viewRect(12, 45, 421, 580);
 constexpr QPoint k_onlineMarkPos(403, 6);
 
+const QString k_backImagePath = QStringLiteral(":/images/ktz_back.png");
+const QString k_closeButtonImagePath = QStringLiteral(":/images/ktz_btn_close.png");
+const QString k_minimumButtonImagePath = QStringLiteral(":/images/ktz_btn_minimum.png");
+const QString k_pinButtonImagePath = QStringLiteral(":/images/ktz_btn_pin.png");
 const QString k_mainWindowImagePath = QStringLiteral(":images/ktz_jx_main_window.png");
 const QString k_infoImagePath = QStringLiteral(":images/ktz_jx_info_view.png");
 
@@ -86,6 +91,10 @@ void CMainWindow::initialize()
 
     m_form = std::make_unique<Ui_MainWindow>();
     m_form->setupUi(this);
+    setBackgroundPixmap(skinPixmap(k_backImagePath));
+    m_form->closeWindowBtn->setCombinedImage(skinPixmap(k_closeButtonImagePath));
+    m_form->minimizeWindowBtn->setCombinedImage(skinPixmap(k_minimumButtonImagePath));
+    m_form->holdWindowInFrontBtn->setCombinedImage(skinPixmap(k_pinButtonImagePath));
     Utilities::adjustFont(this);
     connect(m_form->holdWindowInFrontBtn, SIGNAL(toggled(bool)), this, SLOT(callStaysOnTop(bool)));
     // Knob settings of an earlier run cannot be pasted: the memory that held them is gone.
@@ -183,7 +192,7 @@ void CMainWindow::showSplash()
 {
     if (m_lockCount >= 1 || m_overlay == nullptr)
         return;
-    m_splash = new CSplashView(m_overlay, this, QPixmap(k_infoImagePath));
+    m_splash = new CSplashView(m_overlay, this, skinPixmap(k_infoImagePath));
     m_splash->initialize(k_editorName, k_version, k_copyright);
     connect(m_splash, SIGNAL(closed()), m_overlay, SLOT(hide()));
     connect(m_splash, SIGNAL(finished()), this, SLOT(backupMemAPI()));
@@ -200,7 +209,7 @@ void CMainWindow::about()
 {
     if (m_lockCount >= 1 || m_overlay == nullptr)
         return;
-    m_about = new CAboutView(m_overlay, this, QPixmap(k_infoImagePath));
+    m_about = new CAboutView(m_overlay, this, skinPixmap(k_infoImagePath));
     m_about->initialize(k_editorName, k_version, k_copyright);
     connect(m_about, SIGNAL(closed()), m_overlay, SLOT(hide()));
     m_about->setAttribute(Qt::WA_DeleteOnClose);
@@ -429,6 +438,6 @@ void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
 void CMainWindow::paintDoubleBuffer(QPainter* painter)
 {
     CFrame::paintDoubleBuffer(painter);
-    const QPixmap foreground(k_mainWindowImagePath);
+    const QPixmap foreground = skinPixmap(k_mainWindowImagePath, devicePixelRatioF());
     painter->drawPixmap(QPointF(0, height() - foreground.deviceIndependentSize().height()), foreground);
 }

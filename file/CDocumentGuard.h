@@ -14,7 +14,7 @@ class CDocumentGuard
     /// a tag or comment without an end.
     [[nodiscard]] static bool accepts(QStringView document);
 
-    // A file of ours has 2 KB, 105 tags, 4 levels and 1 attribute.
+    // A file of ours has 2 KB, 101 tags, 4 levels and 1 attribute.
     static constexpr qint64 k_sizeLimit = 1024 * 1024; ///< bytes of a file; checked by who reads it
     static constexpr int k_tagLimit = 2000;            ///< tags, comments and instructions
     static constexpr int k_depthLimit = 32;            ///< elements within elements

@@ -35,14 +35,14 @@ CBenchPanel::CBenchPanel(CSimulatedDevice& device, QWidget* parent) : QWidget(pa
 {
     setWindowTitle(tr("KTZ-JX bench"));
 
-    m_silence = new QPushButton(tr("Silence"));
+    m_silence = new QPushButton(tr("&Silence"));
     m_silence->setObjectName("silence");
     m_silence->setCheckable(true);
     m_silence->setChecked(m_device.isSilent());
     m_silence->setToolTip(tr("The device goes on listening but answers nothing"));
     connect(m_silence, &QPushButton::toggled, this, &CBenchPanel::silence);
 
-    m_unplug = new QPushButton(tr("Unplug"));
+    m_unplug = new QPushButton(tr("&Unplug"));
     m_unplug->setObjectName("unplug");
     m_unplug->setToolTip(tr("Pulls the device's cable, for good"));
     connect(m_unplug, &QPushButton::clicked, this, &CBenchPanel::unplug);

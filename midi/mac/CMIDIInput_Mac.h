@@ -14,6 +14,7 @@ class CMIDIInput_Mac : public CMIDIInput
     /// Creates ring, thread and client. The result is CoreMIDI's status; without a client no port can be opened.
     int initialize() override;
 
+    /// The index is CoreMIDI's at the time of the call, so it is used in the same go in which the sources were listed.
     [[nodiscard]] bool openPort(int index) override;
     void closePort() override;
     void readMessageFromBuffer(unsigned char* data, int* size) override;

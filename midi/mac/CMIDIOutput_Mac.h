@@ -14,6 +14,8 @@ class CMIDIOutput_Mac : public CMIDIOutput
     /// Creates the client. The result is CoreMIDI's status; without a client no port can be opened.
     int initialize() override;
 
+    /// The index is CoreMIDI's at the time of the call, so it is used in the same go in which the destinations were
+    /// listed.
     [[nodiscard]] bool openPort(int index) override;
     void closePort() override;
     [[nodiscard]] bool sendMessage(const unsigned char* data, int size) override;

@@ -15,6 +15,16 @@
 
 namespace
 {
+/// Closes itself, so that a test that fails leaves no thread behind.
+class CTestedInput : public CMIDIInput_ALSA
+{
+  public:
+    ~CTestedInput() override
+    {
+        CMIDIInput_ALSA::closePort();
+    }
+};
+
 /// A message of 11 bytes, as the device sends it for a turned knob.
 QByteArray noticeOf(int number)
 {
@@ -116,17 +126,16 @@ void TestALSAInput::open(CMIDIInput_ALSA* input, CRecordingObserver* observer)
 void TestALSAInput::ownClientAndPortHaveTheirNames()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     const int client = FakeALSA::newestOpenClient();
     QCOMPARE(FakeALSA::clientName(client), "MIDI Client");
     QCOMPARE(FakeALSA::portName(client, 0), "Input port");
-    input.closePort();
 }
 
 void TestALSAInput::queueAndBufferAreTheLargest()
 {
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     const int client = FakeALSA::newestOpenClient();
     QCOMPARE(FakeALSA::queueCells(client), 2000);
@@ -136,23 +145,21 @@ void TestALSAInput::queueAndBufferAreTheLargest()
 void TestALSAInput::sysExBecomesARecord()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     send(noticeOf(1));
     QTRY_COMPARE(observer.records(), QByteArrayList{noticeOf(1)});
-    input.closePort();
 }
 
 void TestALSAInput::sysExInPiecesArrivesInPieces()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     const QByteArrayList pieces{"\xF0\x01\x02", "\x03", "\x04\xF7\xF0", QByteArray(256, 'x'), "\xF7"};
     for (const QByteArray& piece : pieces)
         send(piece);
     QTRY_COMPARE(observer.records(), pieces);
-    input.closePort();
 }
 
 void TestALSAInput::otherEventsBecomeBytes_data()
@@ -190,11 +197,10 @@ void TestALSAInput::otherEventsBecomeBytes()
     event.data.control.value = value;
 
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     FakeALSA::send(m_device, m_port, event);
     QTRY_COMPARE(observer.records(), QByteArrayList{bytes});
-    input.closePort();
 }
 
 void TestALSAInput::statusByteIsNeverLeftOut()
@@ -203,7 +209,7 @@ void TestALSAInput::statusByteIsNeverLeftOut()
     snd_seq_ev_clear(&note);
     snd_seq_ev_set_noteon(&note, 4, 60, 64);
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     FakeALSA::send(m_device, m_port, note);
     FakeALSA::send(m_device, m_port, note);
@@ -211,13 +217,12 @@ void TestALSAInput::statusByteIsNeverLeftOut()
     FakeALSA::send(m_device, m_port, note);
     const QByteArray bytes("\x94\x3C\x40");
     QTRY_COMPARE(observer.records(), QByteArrayList({bytes, bytes, noticeOf(1), bytes}));
-    input.closePort();
 }
 
 void TestALSAInput::eventThatIsNoMIDIMakesNoRecord()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     for (const int type : {SND_SEQ_EVENT_ECHO, SND_SEQ_EVENT_PORT_SUBSCRIBED, SND_SEQ_EVENT_NONE}) {
         snd_seq_event_t event;
@@ -227,25 +232,23 @@ void TestALSAInput::eventThatIsNoMIDIMakesNoRecord()
     }
     send("\xF0\xF7");
     QTRY_COMPARE(observer.records(), QByteArrayList{"\xF0\xF7"});
-    input.closePort();
 }
 
 void TestALSAInput::emptySysExMakesNoRecord()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     send("");
     send("\xF0\xF7");
     QTRY_COMPARE(observer.records(), QByteArrayList{"\xF0\xF7"});
-    input.closePort();
 }
 
 void TestALSAInput::eventLongerThanARecordIsDroppedWhole()
 {
     const QByteArray tooLong(0x10000, 'x');
     const QByteArray longest(0xFFFF, 'y');
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     CRecordingObserver observer;
     open(&input, &observer);
     FakeALSA::enlargeQueue(FakeALSA::newestOpenClient(), 10'000);
@@ -253,13 +256,12 @@ void TestALSAInput::eventLongerThanARecordIsDroppedWhole()
     send(longest);
     send("\xF0\xF7");
     QTRY_COMPARE(observer.records(), QByteArrayList({longest, "\xF0\xF7"}));
-    input.closePort();
 }
 
 void TestALSAInput::burstIsReadInOneBatch()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     input.registerObserver(&observer);
     // Before the reading begins, a burst of the size that comes while the process is held up.
@@ -270,13 +272,12 @@ void TestALSAInput::burstIsReadInOneBatch()
     FakeALSA::continueReading();
     QTRY_COMPARE(observer.records(), notices(760));
     QCOMPARE(FakeALSA::fetches(), 1);
-    input.closePort();
 }
 
 void TestALSAInput::thousandMessagesFitIntoTheQueue()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     input.registerObserver(&observer);
     FakeALSA::holdReading();
@@ -286,13 +287,12 @@ void TestALSAInput::thousandMessagesFitIntoTheQueue()
     QCOMPARE(FakeALSA::queuedCells(FakeALSA::newestOpenClient()), 2000);
     FakeALSA::continueReading();
     QTRY_COMPARE(observer.records(), notices(1000));
-    input.closePort();
 }
 
 void TestALSAInput::overrunQueueGoesOnWithTheNextMessage()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     input.registerObserver(&observer);
     FakeALSA::holdReading();
@@ -305,7 +305,6 @@ void TestALSAInput::overrunQueueGoesOnWithTheNextMessage()
     send("\xF0\x55\xF7");
     send("\xF0\x56\xF7");
     QTRY_COMPARE(observer.records(), QByteArrayList({"\xF0\x55\xF7", "\xF0\x56\xF7"}));
-    input.closePort();
 }
 
 void TestALSAInput::passingReadErrorsDoNotEndTheReading_data()
@@ -320,13 +319,12 @@ void TestALSAInput::passingReadErrorsDoNotEndTheReading()
 {
     QFETCH(int, status);
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     FakeALSA::failNext("snd_seq_event_input", status);
     send(noticeOf(1));
     send(noticeOf(2));
     QTRY_COMPARE(observer.records(), notices(3).mid(1));
-    input.closePort();
 }
 
 void TestALSAInput::lastingReadErrorEndsTheReading_data()
@@ -341,7 +339,7 @@ void TestALSAInput::lastingReadErrorEndsTheReading()
 {
     QFETCH(int, status);
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     FakeALSA::failAlways("snd_seq_event_input", status);
     send(noticeOf(1));
@@ -355,12 +353,11 @@ void TestALSAInput::lastingReadErrorEndsTheReading()
 void TestALSAInput::hangUpEndsTheReading()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     FakeALSA::hangUp(FakeALSA::newestOpenClient());
     QTest::qWait(20); // gives a loop the time to show
     QCOMPARE(FakeALSA::calls("snd_seq_event_input"), 0);
-    input.closePort();
 }
 
 void TestALSAInput::signalDoesNotEndTheReading()
@@ -370,7 +367,7 @@ void TestALSAInput::signalDoesNotEndTheReading()
     struct sigaction before = {};
     QCOMPARE(sigaction(SIGUSR1, &action, &before), 0);
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     send(noticeOf(0));
     QTRY_COMPARE(observer.records().size(), 1);
@@ -386,42 +383,39 @@ void TestALSAInput::signalDoesNotEndTheReading()
 void TestALSAInput::sleepsWhileNothingComes()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     send(noticeOf(1));
     QTRY_COMPARE(observer.records().size(), 1);
     const int reads = FakeALSA::calls("snd_seq_event_input");
     QTest::qWait(20); // gives a loop that polls the time to show
     QCOMPARE(FakeALSA::calls("snd_seq_event_input"), reads);
-    input.closePort();
 }
 
 void TestALSAInput::deliversOnTheDeliveryThread()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     send(noticeOf(1));
     QTRY_COMPARE(observer.records().size(), 1);
     QVERIFY(qobject_cast<CMIDIThread*>(observer.thread()) != nullptr);
-    input.closePort();
 }
 
 void TestALSAInput::openOfAnOpenPortChangesNothing()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     QVERIFY(input.openPort(0));
     QVERIFY(input.openPort(77));
     QCOMPARE(FakeALSA::calls("snd_seq_create_simple_port"), 1);
     QCOMPARE(FakeALSA::subscriptions(), 1);
-    input.closePort();
 }
 
 void TestALSAInput::openWithoutASourceFails()
 {
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     for (const int index : {-1, 1}) {
         QVERIFY(!input.openPort(index));
@@ -445,7 +439,7 @@ void TestALSAInput::everyFailureOfInitializeLeavesItClosed()
 {
     QFETCH(QByteArray, function);
     FakeALSA::failNext(function.constData(), -ENOMEM);
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), -ENOMEM);
     QCOMPARE(FakeALSA::newestOpenClient(), -1);
     QVERIFY(!input.openPort(0));
@@ -465,7 +459,7 @@ void TestALSAInput::everyFailureOfOpenGivesFalse()
 {
     QFETCH(QByteArray, function);
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     input.registerObserver(&observer);
     FakeALSA::failNext(function.constData(), -EBUSY);
@@ -475,12 +469,11 @@ void TestALSAInput::everyFailureOfOpenGivesFalse()
     QVERIFY(input.openPort(0));
     send(noticeOf(1));
     QTRY_COMPARE(observer.records().size(), 1);
-    input.closePort();
 }
 
 void TestALSAInput::openWithoutFileDescriptorsFails()
 {
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     rlimit before{};
     QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
@@ -496,17 +489,16 @@ void TestALSAInput::openWithoutFileDescriptorsFails()
 
 void TestALSAInput::sourceGoneBeforeOpeningGivesFalse()
 {
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     FakeALSA::removeClient(m_device);
     QVERIFY(!input.openPort(0));
-    input.closePort();
 }
 
 void TestALSAInput::pulledCableIsSilence()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     send(noticeOf(0));
     FakeALSA::removeClient(m_device);
@@ -519,7 +511,7 @@ void TestALSAInput::pulledCableIsSilence()
 void TestALSAInput::flowsAgainAfterCloseAndOpen()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     QCOMPARE(input.initialize(), 0);
     input.registerObserver(&observer);
     for (int round = 0; round < 20; ++round) {
@@ -535,20 +527,19 @@ void TestALSAInput::flowsAgainAfterCloseAndOpen()
 void TestALSAInput::nothingArrivesWhenClosed()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     input.closePort();
     send(noticeOf(0));
     QVERIFY(input.openPort(0));
     send(noticeOf(1));
     QTRY_COMPARE(observer.records(), QByteArrayList{noticeOf(1)});
-    input.closePort();
 }
 
 void TestALSAInput::nobodyElseCanSubscribe()
 {
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     const int client = FakeALSA::newestOpenClient();
     snd_seq_t* other = nullptr;
@@ -556,14 +547,13 @@ void TestALSAInput::nobodyElseCanSubscribe()
     const int port = FakeALSA::addPort(FakeALSA::newestOpenClient(), "Other");
     QCOMPARE(snd_seq_connect_to(other, port, client, 0), -EPERM);
     snd_seq_close(other);
-    input.closePort();
 }
 
 void TestALSAInput::hundredThousandMessages()
 {
     constexpr int total = 100'000;
     CRecordingObserver observer;
-    CMIDIInput_ALSA input;
+    CTestedInput input;
     open(&input, &observer);
     const int client = FakeALSA::newestOpenClient();
     for (int i = 0; i < total; ++i) {
@@ -575,7 +565,6 @@ void TestALSAInput::hundredThousandMessages()
     const QByteArrayList records = observer.records();
     for (int i = 0; i < total; ++i)
         QCOMPARE(records[i], noticeOf(i % 16384));
-    input.closePort();
 }
 
 QTEST_GUILESS_MAIN(TestALSAInput)

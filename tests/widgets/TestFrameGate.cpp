@@ -88,7 +88,7 @@ void TestFrameGate::lastRequestIsNeverLost()
 
 void TestFrameGate::nothingRunsAtRest()
 {
-    CFrameGate gate;
+    CFrameGate gate(nullptr, [this] { return m_now; });
     QVERIFY(!gate.isPending());
     gate.request();
     QVERIFY(!gate.isPending());

@@ -93,6 +93,7 @@ class TestLineEdit : public CTestCase
     void endTrimRemovesBlanksAndTabsFromTheEnd();
     void focusLossEndsTheEdit_data();
     void focusLossEndsTheEdit();
+    void untouchedFieldAcceptsEachTime();
     void windowChangeEndsTheEdit();
     void acceptAndAbortNeedAnEdit();
     void noKeyTravelsToTheParent_data();
@@ -241,6 +242,18 @@ void TestLineEdit::focusLossEndsTheEdit()
     QTEST(form.m_edit.text(), "text");
     QCOMPARE(form.m_signals, QStringList({"started", signal}));
     QVERIFY(form.m_other.hasFocus());
+}
+
+void TestLineEdit::untouchedFieldAcceptsEachTime()
+{
+    Form form;
+    QVERIFY(form.show());
+    form.m_edit.setFocus();
+    form.m_other.setFocus();
+    QCOMPARE(form.m_signals, QStringList({"started", "accepted"}));
+    form.m_edit.setFocus();
+    form.m_other.setFocus();
+    QCOMPARE(form.m_signals, QStringList({"started", "accepted", "started", "accepted"}));
 }
 
 void TestLineEdit::windowChangeEndsTheEdit()

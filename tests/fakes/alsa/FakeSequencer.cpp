@@ -120,7 +120,8 @@ void FakeSequencer::deliver(const snd_seq_event_t& event)
             continue;
         to->received.append(
             QByteArray(reinterpret_cast<const char*>(copy.bytes.data()), static_cast<qsizetype>(copy.bytes.size())));
-        copy.event.dest = {static_cast<unsigned char>(destination.first), static_cast<unsigned char>(destination.second)};
+        copy.event.dest = {static_cast<unsigned char>(destination.first),
+                           static_cast<unsigned char>(destination.second)};
         if (snd_seq_t* handle = clients[destination.first].handle)
             enqueue(handle, copy);
     }

@@ -18,7 +18,7 @@ class Display:
         self.folder = tempfile.mkdtemp()
         self.log = open(os.path.join(results, "display.log"), "w")
         os.environ["DISPLAY"] = self.NAME
-        self.start("Xvfb", self.NAME, "-ac", "-nolisten", "tcp", "-fbdir", self.folder,
+        self.start("Xvfb", self.NAME, "-ac", "-noreset", "-nolisten", "tcp", "-fbdir", self.folder,
                    "-screen", "0", f"{width}x{height}x24")
         if not wait_until(lambda: self.answers("getmouselocation"), 60):
             raise RuntimeError("the X server does not come up")
@@ -55,17 +55,17 @@ class Display:
         self.do("type", "--delay", 30, text)
 
     def click(self, x, y, button=1):
-        self.do("mousemove", "--sync", x, y, "click", button)
+        self.do("mousemove", x, y, "click", button)
 
     def drag(self, x, y, dy):
         """Press at (x, y), one movement by dy, release."""
-        self.do("mousemove", "--sync", x, y, "mousedown", 1)
+        self.do("mousemove", x, y, "mousedown", 1)
         self.do("mousemove_relative", "--", 0, dy)
         self.do("mouseup", 1)
 
     def away(self):
         """The pointer, where it is over nothing."""
-        self.do("mousemove", "--sync", 1279, 1023)
+        self.do("mousemove", 1279, 1023)
 
     def picture(self, x, y, width, height):
         """Rows of the screen as it is now, four bytes (blue, green, red, unused) a pixel, read from the X server."""

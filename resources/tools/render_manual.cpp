@@ -1,0 +1,127 @@
+#include <QFile>
+#include <QFont>
+#include <QGuiApplication>
+#include <QPageLayout>
+#include <QPdfWriter>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextFrame>
+#include <QTextStream>
+#include <QTextTable>
+#include <QUrl>
+
+/// Turns a manual in Markdown into a PDF document with numbered A4 pages, without a display.
+///
+///     render_manual MANUAL PICTURES PDF       names of pictures in the manual are those of files in PICTURES/
+///
+/// Exit status 1, with a line on standard error, when the manual or a picture can't be read or the PDF can't be
+/// written.
+
+namespace
+{
+
+constexpr int k_fontSize = 9;      // points
+constexpr qreal k_cellPadding = 3; // pixels, as all that follow
+constexpr qreal k_itemSpace = 2;
+constexpr qreal k_paragraphSpace = 6;
+constexpr qreal k_headingSpace = 14;
+
+bool complained = false;
+
+/// Qt only warns of what it can't draw or write.
+void noteComplaint(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    complained = true;
+    QTextStream(stderr) << text << '\n';
+}
+
+QString readText(const QString& name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+void styleTables(const QTextDocument& document)
+{
+    const QList<QTextFrame*> frames = document.rootFrame()->childFrames();
+    for (QTextFrame* frame : frames) {
+        auto* table = qobject_cast<QTextTable*>(frame);
+        if (table == nullptr)
+            continue;
+        QTextTableFormat format = table->format();
+        format.setBorder(1);
+        format.setBorderBrush(Qt::lightGray);
+        format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+        format.setBorderCollapse(true);
+        format.setCellPadding(k_cellPadding);
+        format.setTopMargin(k_paragraphSpace);
+        format.setBottomMargin(k_paragraphSpace);
+        table->setFormat(format);
+    }
+}
+
+qreal spaceAbove(const QTextBlock& block)
+{
+    if (block.blockFormat().headingLevel() > 0)
+        return k_headingSpace;
+    return block.textList() != nullptr ? k_itemSpace : k_paragraphSpace;
+}
+
+/// Headings stand nearer to their own text than to what comes before.
+void styleParagraphs(const QTextDocument& document)
+{
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        QTextCursor cursor(block);
+        if (cursor.currentTable() != nullptr)
+            continue;
+        QTextBlockFormat format = block.blockFormat();
+        format.setTopMargin(spaceAbove(block));
+        format.setBottomMargin(k_itemSpace);
+        cursor.setBlockFormat(format);
+    }
+}
+
+bool writePdf(const QTextDocument& document, const QString& name)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    {
+        QPdfWriter writer(&file);
+        writer.setTitle(document.metaInformation(QTextDocument::DocumentTitle));
+        writer.setPageSize(QPageSize(QPageSize::A4));
+        document.print(&writer); // numbers the pages by itself
+    }
+    return file.flush() && file.error() == QFileDevice::NoError;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() != 4) {
+        QTextStream(stderr) << "usage: render_manual MANUAL PICTURES PDF\n";
+        return 1;
+    }
+    qInstallMessageHandler(noteComplaint);
+
+    const QString markdown = readText(arguments.at(1));
+    QTextDocument document;
+    QFont font(QStringLiteral("DejaVu Sans"), k_fontSize);
+    font.setStyleHint(QFont::SansSerif);
+    document.setDefaultFont(font);
+    document.setMetaInformation(QTextDocument::DocumentUrl,
+                                QUrl::fromLocalFile(arguments.at(2) + QLatin1Char('/')).toString());
+    document.setMarkdown(markdown);
+    document.setMetaInformation(QTextDocument::DocumentTitle, document.firstBlock().text());
+    styleTables(document);
+    styleParagraphs(document);
+
+    if (!markdown.isEmpty() && writePdf(document, arguments.at(3)) && !complained)
+        return 0;
+    QTextStream(stderr) << "render_manual: cannot render " << arguments.at(1) << " to " << arguments.at(3) << '\n';
+    return 1;
+}
