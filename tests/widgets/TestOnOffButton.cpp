@@ -52,6 +52,7 @@ class TestOnOffButton : public CTestCase
     void frameIsPlacedByTheAlignment_data();
     void frameIsPlacedByTheAlignment();
     void frameOfTheScreensDensityIsCopiedPixelForPixel();
+    void everySetterRedraws();
     void nullStripDrawsNothing();
     void pressedFaceShowsWhileTheMouseIsHeld();
     void clickWritesTheValueOfTheNewState();
@@ -252,6 +253,27 @@ void TestOnOffButton::frameOfTheScreensDensityIsCopiedPixelForPixel()
     QImage shown = button.grab().toImage().convertToFormat(QImage::Format_RGB32);
     shown.setDevicePixelRatio(ratio);
     QCOMPARE(shown, strip.copy(0, frame.height(), frame.width(), frame.height()));
+}
+
+void TestOnOffButton::everySetterRedraws()
+{
+    COnOffButton button(nullptr);
+    button.setPalette(QPalette(Qt::green));
+    button.resize(2 * k_frame);
+    button.ensurePolished();
+    const QColor bare(Qt::green);
+    QCOMPARE(shownColor(button, QPoint(10, 8)), bare);
+    button.setCombinedImage(coloredStrip(k_frame, 1, 3));
+    QCOMPARE(shownColor(button, QPoint(10, 8)), frameColor(0, 0));
+    QCOMPARE(shownColor(button, QPoint(0, 0)), bare);
+    button.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    QCOMPARE(shownColor(button, QPoint(0, 0)), frameColor(0, 0));
+    QCOMPARE(shownColor(button, QPoint(0, 10)), bare);
+    button.setHasDownImage(false); // frames become 12 high: one and a half of the three
+    QCOMPARE(shownColor(button, QPoint(0, 10)), frameColor(0, 1));
+    QCOMPARE(shownColor(button, QPoint(7, 0)), frameColor(0, 0));
+    button.setImageCategories(2); // and 5 wide
+    QCOMPARE(shownColor(button, QPoint(7, 0)), bare);
 }
 
 void TestOnOffButton::nullStripDrawsNothing()

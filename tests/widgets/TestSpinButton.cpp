@@ -104,6 +104,7 @@ class TestSpinButton : public CTestCase
     void categoryIsTheColumn();
     void categoriesBelowOneAreOne();
     void frameIsPlacedByTheAlignment();
+    void everySetterRedraws();
     void nullStripDrawsNothing();
     void halvesAreEnabledWithinTheLimits_data();
     void halvesAreEnabledWithinTheLimits();
@@ -275,6 +276,23 @@ void TestSpinButton::frameIsPlacedByTheAlignment()
     QCOMPARE(shownColor(spin, QPoint(11, 26)), frameColor(0, k_minimumRow));
     QCOMPARE(shownColor(spin, QPoint(12, 26)), QColor(Qt::green));
     QCOMPARE(shownColor(spin, QPoint(11, 27)), QColor(Qt::green));
+}
+
+void TestSpinButton::everySetterRedraws()
+{
+    CSpinButton spin(nullptr);
+    spin.setPalette(QPalette(Qt::green));
+    spin.resize(2 * k_size);
+    spin.ensurePolished();
+    const QColor bare(Qt::green);
+    QCOMPARE(shownColor(spin, QPoint(12, 20)), bare);
+    spin.setCombinedImage(coloredStrip(k_size, 1, 5));
+    QCOMPARE(shownColor(spin, QPoint(12, 20)), frameColor(0, k_minimumRow));
+    QCOMPARE(shownColor(spin, QPoint(8, 0)), bare);
+    spin.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    QCOMPARE(shownColor(spin, QPoint(8, 0)), frameColor(0, k_minimumRow));
+    spin.setImageCategories(2); // frames become 6 wide
+    QCOMPARE(shownColor(spin, QPoint(8, 0)), bare);
 }
 
 void TestSpinButton::nullStripDrawsNothing()
