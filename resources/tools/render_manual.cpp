@@ -1,18 +1,24 @@
 #include <QFile>
 #include <QFont>
 #include <QGuiApplication>
-#include <QPageLayout>
+#include <QImage>
+#include <QPageSize>
 #include <QPdfWriter>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
+#include <QTextList>
 #include <QTextStream>
 #include <QTextTable>
 #include <QUrl>
 
 /// Turns a manual in Markdown into a PDF document with numbered A4 pages, without a display.
 ///
-///     render_manual MANUAL PICTURES PDF       names of pictures in the manual are those of files in PICTURES/
+///     render_manual MANUAL PICTURES PDF
+///
+/// A picture in the manual is a file in the folder PICTURES; "name@3x.png" has three pixels to a unit of its size, and
+/// "name.png#2/4" is the second of the four equal frames that lie one below the other in it. A rule ends the page.
 ///
 /// Exit status 1, with a line on standard error, when the manual or a picture can't be read or the PDF can't be
 /// written.
@@ -39,6 +45,37 @@ QString readText(const QString& name)
 {
     QFile file(name);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QImage loadPicture(const QString& folder, const QString& name)
+{
+    const QString file = name.section(u'#', 0, 0);
+    QImage picture(folder + u'/' + file); // takes the scale from its name
+    if (file == name)
+        return picture;
+    const int frame = name.section(u'#', 1).section(u'/', 0, 0).toInt();
+    const int frames = name.section(u'/', 1).toInt();
+    if (frame < 1 || frame > frames)
+        return {};
+    const int height = picture.height() / frames;
+    return picture.copy(0, (frame - 1) * height, picture.width(), height);
+}
+
+/// false: a picture of the manual can't be read.
+bool loadPictures(QTextDocument& document, const QString& folder)
+{
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextImageFormat format = it.fragment().charFormat().toImageFormat();
+            if (!format.isValid())
+                continue;
+            const QImage picture = loadPicture(folder, format.name());
+            if (picture.isNull())
+                return false;
+            document.addResource(QTextDocument::ImageResource, QUrl(format.name()), picture);
+        }
+    }
+    return true;
 }
 
 void styleTables(const QTextDocument& document)
@@ -77,6 +114,10 @@ void styleParagraphs(const QTextDocument& document)
         QTextBlockFormat format = block.blockFormat();
         format.setTopMargin(spaceAbove(block));
         format.setBottomMargin(k_itemSpace);
+        if (format.hasProperty(QTextFormat::BlockTrailingHorizontalRulerWidth)) {
+            format.clearProperty(QTextFormat::BlockTrailingHorizontalRulerWidth);
+            format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysAfter);
+        }
         cursor.setBlockFormat(format);
     }
 }
@@ -113,14 +154,13 @@ int main(int argc, char** argv)
     QFont font(QStringLiteral("DejaVu Sans"), k_fontSize);
     font.setStyleHint(QFont::SansSerif);
     document.setDefaultFont(font);
-    document.setMetaInformation(QTextDocument::DocumentUrl,
-                                QUrl::fromLocalFile(arguments.at(2) + QLatin1Char('/')).toString());
     document.setMarkdown(markdown);
     document.setMetaInformation(QTextDocument::DocumentTitle, document.firstBlock().text());
     styleTables(document);
     styleParagraphs(document);
 
-    if (!markdown.isEmpty() && writePdf(document, arguments.at(3)) && !complained)
+    if (!markdown.isEmpty() && loadPictures(document, arguments.at(2)) && writePdf(document, arguments.at(3)) &&
+        !complained)
         return 0;
     QTextStream(stderr) << "render_manual: cannot render " << arguments.at(1) << " to " << arguments.at(3) << '\n';
     return 1;

@@ -1,5 +1,6 @@
 """An X display of its own with a window manager, real pointer and key events, and pictures of what it shows."""
 
+import mmap
 import os
 import struct
 import subprocess
@@ -25,7 +26,8 @@ class Display:
         self.start("openbox", "--sm-disable")
         if not wait_until(lambda: self.answers("get_num_desktops"), 60):   # asks the window manager
             raise RuntimeError("the window manager does not come up")
-        self.memory = open(os.path.join(self.folder, "Xvfb_screen0"), "rb")
+        with open(os.path.join(self.folder, "Xvfb_screen0"), "rb") as file:
+            self.memory = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
 
     def start(self, *command):
         subprocess.Popen(command, stdout=self.log, stderr=self.log, stdin=subprocess.DEVNULL)
@@ -69,14 +71,10 @@ class Display:
 
     def picture(self, x, y, width, height):
         """Rows of the screen as it is now, four bytes (blue, green, red, unused) a pixel, read from the X server."""
-        self.memory.seek(0)
-        header = struct.unpack(">25I", self.memory.read(100))
-        start, line = header[0] + 12 * header[19], header[12]
-        rows = []
-        for row in range(y, y + height):
-            self.memory.seek(start + row * line + 4 * x)
-            rows.append(self.memory.read(4 * width))
-        return rows
+        header = struct.unpack_from(">25I", self.memory)   # of a picture in xwd's format: header, colours, pixels
+        line = header[12]
+        first = header[0] + 12 * header[19] + y * line + 4 * x
+        return [self.memory[start:start + 4 * width] for start in range(first, first + height * line, line)]
 
     def shot(self, name, rectangle=(0, 0, 1280, 1024)):
         """Keeps a numbered picture in the results."""
