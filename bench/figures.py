@@ -54,7 +54,7 @@ class Verdicts:
 
     def say(self, title, found, relation, target, reached):
         self.missed += not reached
-        print(f"{'reached' if reached else 'MISSED':>8}  {title}: {found:.2f}, {relation} {target}", flush=True)
+        print(f"{'reached' if reached else 'MISSED':>8}  {title}: {found:.2f}, {relation} {target:.4g}", flush=True)
 
     def status(self):
         return 1 if self.missed else 0

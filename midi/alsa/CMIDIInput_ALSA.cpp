@@ -55,10 +55,16 @@ bool CMIDIInput_ALSA::openPort(int index)
     if (source == nullptr)
         return false;
 
+    // Before any thread, which would need descriptors too.
+    m_stopSignal = eventfd(0, EFD_CLOEXEC);
+    if (m_stopSignal < 0)
+        return false;
+
     startDelivery();
     const snd_seq_addr_t address = source->address;
-    if (snd_seq_connect_from(m_sequencer.get(), m_port, address.client, address.port) < 0 || !startReading())
+    if (snd_seq_connect_from(m_sequencer.get(), m_port, address.client, address.port) < 0)
         return false;
+    startReading();
     setConnected(true);
     return true;
 }
@@ -80,30 +86,28 @@ void CMIDIInput_ALSA::readMessageFromBuffer(unsigned char* data, int* size)
     readRecord(data, size);
 }
 
-bool CMIDIInput_ALSA::startReading()
+void CMIDIInput_ALSA::startReading()
 {
-    m_stopSignal = eventfd(0, EFD_CLOEXEC);
-    if (m_stopSignal < 0)
-        return false;
     m_reader.reset(QThread::create([this] {
         readEvents();
         QtTsan::futexRelease(this); // see stopReading()
     }));
     m_reader->start(QThread::TimeCriticalPriority);
-    return true;
 }
 
 void CMIDIInput_ALSA::stopReading()
 {
-    if (!m_reader)
-        return;
-    eventfd_write(m_stopSignal, 1);
-    m_reader->wait();
-    // Qt's own library is built without ThreadSanitizer, which so cannot see that the thread has ended.
-    QtTsan::futexAcquire(this);
-    m_reader.reset();
-    close(m_stopSignal);
-    m_stopSignal = -1;
+    if (m_reader) {
+        eventfd_write(m_stopSignal, 1);
+        m_reader->wait();
+        // Qt's own library is built without ThreadSanitizer, which so cannot see that the thread has ended.
+        QtTsan::futexAcquire(this);
+        m_reader.reset();
+    }
+    if (m_stopSignal >= 0) {
+        close(m_stopSignal);
+        m_stopSignal = -1;
+    }
 }
 
 void CMIDIInput_ALSA::readEvents()

@@ -29,7 +29,7 @@ class CMIDIInput_ALSA : public CMIDIInput
 
   private:
     [[nodiscard]] int createClient();
-    [[nodiscard]] bool startReading();
+    void startReading();
     void stopReading();
 
     /// What the reading thread does until it is stopped.
@@ -42,6 +42,6 @@ class CMIDIInput_ALSA : public CMIDIInput
     ALSASequencer m_sequencer;
     CALSAEventDecoder m_decoder;
     int m_port = -1;
-    int m_stopSignal = -1; // an eventfd while the reading thread runs
+    int m_stopSignal = -1; // an eventfd while the port is open
     std::unique_ptr<QThread> m_reader;
 };

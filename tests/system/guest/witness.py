@@ -4,8 +4,8 @@ import os
 import threading
 import time
 
-NAP = 0.01      # seconds
-USUAL = 0.02    # a nap that ends later than this was held up
+NAP = 0.01       # seconds
+USUAL = 0.002   # a nap that ends later than this was held up
 
 
 class Witness:
