@@ -7,11 +7,11 @@ cd "$(dirname "$0")"
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     need_packages $packages_build
-    build_preset release
+    build_preset release ktz-jx-demo ktz_manual
     exec build/release/bin/ktz-jx-demo
 fi
 
 echo "There is no display: the demo runs on a virtual one, and a guided tour drives it."
 need_packages $packages_build $packages_display
-build_preset release
+build_preset release ktz-jx-demo ktz_manual
 exec tests/tour/run build/release build/tour

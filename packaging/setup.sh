@@ -34,8 +34,10 @@ need_packages() {
     $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
 }
 
-# build_preset NAME: configures and builds everything of one preset.
+# build_preset NAME [TARGET...]: configures one preset and builds these targets, or everything.
 build_preset() {
-    cmake --preset "$1" >/dev/null
-    cmake --build --preset "$1"
+    local preset="$1"
+    shift
+    cmake --preset "$preset" >/dev/null
+    cmake --build --preset "$preset" ${1:+--target "$@"}
 }

@@ -1,0 +1,76 @@
+#!/usr/bin/python3
+"""idle.py RESULTS-DIR BUILD-DIR [ROUNDS]: in the guest, what the connected editor does while nobody does anything.
+
+The editor and the empty window run side by side, and each round looks at both over the same 30 seconds.
+"""
+
+import collections
+import os
+import re
+import statistics
+import subprocess
+import sys
+import time
+
+from figures import Verdicts, display, print_header, print_row, spread
+from guest import USER, prepare, users
+
+SECONDS = 30
+KEEPS = SECONDS / 2   # the editor asks the device every two seconds
+
+
+def threads(process):
+    """What each thread has done since its start: {name: (processor nanoseconds, wake-ups)}."""
+    found = collections.defaultdict(lambda: (0, 0))
+    for thread in os.listdir(f"/proc/{process.pid}/task"):
+        folder = f"/proc/{process.pid}/task/{thread}"
+        with open(f"{folder}/comm") as comm, open(f"{folder}/schedstat") as times, open(f"{folder}/status") as status:
+            name = comm.read().strip()
+            switches = int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", status.read(), re.MULTILINE)[1])
+            before = found[name]
+            found[name] = (before[0] + int(times.read().split()[0]), before[1] + switches)
+    return found
+
+
+build = sys.argv[2]
+rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 10
+folder = prepare(build, "ktz-jx-editor", "ktz-jx-device", "ktz-bench-empty")
+with display() as environment:
+    environment = users(environment)
+    device = subprocess.Popen(USER + [f"{folder}/ktz-jx-device", "--keep-running"], env=environment,
+                              stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    time.sleep(2)
+    running = {"empty": subprocess.Popen(USER + [f"{folder}/ktz-bench-empty"], env=environment),
+               "editor": subprocess.Popen(USER + [f"{folder}/ktz-jx-editor"], env=environment)}
+    time.sleep(20)   # connected, the splash gone, nothing left to load
+    processor = {name: [] for name in running}
+    wakes = {name: [] for name in running}
+    by_thread = {name: collections.defaultdict(list) for name in running}
+    for turn in range(rounds):
+        before = {name: threads(process) for name, process in running.items()}
+        time.sleep(SECONDS)
+        for name, process in running.items():
+            after = threads(process)
+            for thread in after:
+                by_thread[name][thread].append(after[thread][1] - before[name][thread][1])
+            processor[name].append(sum(after[thread][0] - before[name][thread][0] for thread in after) / 1e6)
+            wakes[name].append(sum(after[thread][1] - before[name][thread][1] for thread in after))
+    for process in running.values():
+        process.terminate()
+    device.stdin.close()
+    device.terminate()
+    keeps = sum("F0 43 10 3E 18 05 02 01 F7" in line and "received" in line for line in device.stdout)
+
+print(f"idle, {rounds} rounds of {SECONDS} s, device connected ({keeps} keep messages): median (middle half)")
+print_header("processor time", "wake-ups")
+for name in running:
+    print_row(name, spread(processor[name], "ms"), spread(wakes[name], ""))
+    for thread, counts in sorted(by_thread[name].items()):
+        print_row(f"{name}: {thread}", "", f"{statistics.median(counts):.0f}")
+verdicts = Verdicts()
+verdicts.at_least("keep messages", keeps, rounds * KEEPS)
+verdicts.at_most("editor's processor time in ms", statistics.median(processor["editor"]), 10)
+beyond = statistics.median(wakes["editor"]) - statistics.median(wakes["empty"])
+# For one keep: the thread that sends it and waits for the answer, the one that receives it, the one that delivers it.
+verdicts.at_most("wake-ups beyond the empty window's for each keep", beyond / KEEPS, 4)
+sys.exit(verdicts.status())

@@ -1,0 +1,221 @@
+// ktz-bench-latency bare|delivery|memory|window MESSAGES
+//
+// Receives notice-value messages of another sequencer client, 1,000 a second, and prints the median, the middle half's
+// bounds and the 99th of a hundred of the times, in microseconds, that they took from that client's call to
+//
+//   bare       a loop of poll() and snd_seq_event_input(), the least that any program does,
+//   delivery   the observer's call on the delivery thread,
+//   memory     the call of a parameter's observer there, with the message decoded and stored,
+//   window     the request to repaint a shown knob, on the GUI thread.
+//
+// Exit status 1 when a message did not come.
+
+#include "bench/CKnobSource.h"
+
+#include "app/common/Constants.h"
+#include "device/CMemAPIObserver.h"
+#include "device/CMemAPIWrapper.h"
+#include "midi/CMIDIInput.h"
+#include "midi/CMIDIPortWrapper.h"
+#include "midi/CMIDITransportObserver.h"
+#include "midi/MIDIPlatform.h"
+#include "widgets/CKnobLED.h"
+
+#include <QApplication>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <poll.h>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <alsa/asoundlib.h>
+
+namespace
+{
+constexpr int k_perSecond = 1000;
+constexpr int k_knobId = k_knobValueCategory;
+
+/// The times that the messages took. A value that a later one replaced before it was read counts with the later one.
+class CTimes
+{
+  public:
+    explicit CTimes(const CKnobSource* source) : m_source(source) {}
+
+    void take(int value)
+    {
+        const std::int64_t now = CKnobSource::now();
+        const int first = static_cast<int>(m_microseconds.size());
+        // 128 new ones at once are none: a value that was read before.
+        const int count = ((value + 1 - first) % 128 + 128) % 128;
+        for (int n = first; n < first + count; ++n)
+            m_microseconds.push_back(static_cast<double>(now - m_source->timeOf(n)) / 1000);
+    }
+
+    [[nodiscard]] int print(int expected)
+    {
+        const int count = static_cast<int>(m_microseconds.size());
+        std::sort(m_microseconds.begin(), m_microseconds.end());
+        const auto quantile = [this, count](double part) {
+            return count > 0 ? m_microseconds[static_cast<std::size_t>(part * (count - 1))] : 0;
+        };
+        std::printf("%.1f %.1f %.1f %.1f\n", quantile(0.5), quantile(0.25), quantile(0.75), quantile(0.99));
+        return count == expected ? 0 : 1;
+    }
+
+  private:
+    const CKnobSource* m_source;
+    std::vector<double> m_microseconds;
+};
+
+/// Has the messages sent once the receiver is ready, and waits until they must have arrived.
+void sendAll(const CKnobSource& source, int messages)
+{
+    source.send(messages, k_perSecond);
+    static_cast<void>(source.wait()); // a message that was refused does not arrive, which is noticed
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+}
+
+void receiveBare(const CKnobSource& source, int messages, CTimes* times)
+{
+    snd_seq_t* sequencer = nullptr;
+    if (snd_seq_open(&sequencer, "default", SND_SEQ_OPEN_INPUT, SND_SEQ_NONBLOCK) < 0)
+        return;
+    snd_seq_set_client_pool_input(sequencer, 2000);
+    const int port = snd_seq_create_simple_port(sequencer, "in", SND_SEQ_PORT_CAP_WRITE | SND_SEQ_PORT_CAP_SUBS_WRITE,
+                                                SND_SEQ_PORT_TYPE_APPLICATION);
+    snd_seq_addr_t sender{};
+    if (snd_seq_parse_address(sequencer, &sender, "Trellwick KTZ-JX:2") == 0)
+        snd_seq_connect_from(sequencer, port, sender.client, sender.port);
+
+    source.send(messages, k_perSecond);
+    pollfd waiting{};
+    snd_seq_poll_descriptors(sequencer, &waiting, 1, POLLIN);
+    for (int left = messages; left > 0 && poll(&waiting, 1, 2000) > 0;) {
+        snd_seq_event_t* event = nullptr;
+        while (snd_seq_event_input(sequencer, &event) >= 0) {
+            if (event->type != SND_SEQ_EVENT_SYSEX)
+                continue;
+            times->take(static_cast<const unsigned char*>(event->data.ext.ptr)[9]);
+            --left;
+        }
+    }
+    snd_seq_close(sequencer);
+}
+
+void receiveOnDeliveryThread(const CKnobSource& source, int messages, CTimes* times)
+{
+    struct Observer : CMIDITransportObserver
+    {
+        explicit Observer(CTimes* all) : m_times(all) {}
+        bool messageReceived(const unsigned char* data, int /*size*/) override
+        {
+            m_times->take(data[9]);
+            return true;
+        }
+        CTimes* m_times;
+    } observer(times);
+
+    CMIDIPortWrapper ports;
+    ports.createInputPortList();
+    const std::unique_ptr<CMIDIInput> input = MIDIPlatform::createInput();
+    input->initialize();
+    input->registerObserver(&observer);
+    if (input->openPort(ports.getInputPortByName(k_jxEditorPortName)))
+        sendAll(source, messages);
+    input->closePort();
+}
+
+void receiveInMemory(const CKnobSource& source, int messages, CTimes* times)
+{
+    struct Observer : CMemAPIObserver
+    {
+        Observer(CTimes* all, CMemAPIWrapper* memory) : m_times(all), m_memory(memory) {}
+        void paramChanged() override
+        {
+            m_times->take(m_memory->getKnob(k_knobId));
+        }
+        CTimes* m_times;
+        CMemAPIWrapper* m_memory;
+    };
+
+    CMemAPIWrapper memory;
+    Observer observer(times, &memory);
+    memory.initialize();
+    memory.registerObserver(k_knobId, &observer);
+    sendAll(source, messages);
+}
+
+/// A knob that notes when it has asked for a repaint.
+class CTimedKnob : public CKnobLED
+{
+  public:
+    CTimedKnob(QWidget* parent, CTimes* times) : CKnobLED(parent), m_times(times) {}
+
+    void updateMemAPI() override
+    {
+        CKnobLED::updateMemAPI();
+        m_times->take(getKnob());
+    }
+
+  private:
+    CTimes* m_times;
+};
+
+void receiveInWindow(const CKnobSource& source, int messages, CTimes* times)
+{
+    int argc = 1;
+    std::string name = "ktz-bench-latency";
+    std::array<char*, 2> argv{name.data(), nullptr};
+    QApplication application(argc, argv.data());
+    CMemAPIWrapper memory;
+    QWidget window;
+    window.resize(446, 680);
+    auto* knob = new CTimedKnob(&window, times);
+    knob->setGeometry(23, 58, 87, 87);
+    knob->setControllerID(k_knobId);
+    window.show();
+    memory.initialize();
+    knob->initialize(&memory);
+
+    std::thread sender;
+    QTimer::singleShot(500, &application, [&] {
+        sender = std::thread([&] {
+            sendAll(source, messages);
+            QMetaObject::invokeMethod(&application, &QApplication::quit, Qt::QueuedConnection);
+        });
+    });
+    QApplication::exec();
+    sender.join();
+    knob->unregisterObserverFromMemAPI();
+    knob->initialize(nullptr);
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const std::string mode = argc == 3 ? argv[1] : "";
+    const int messages = argc == 3 ? std::atoi(argv[2]) : 0;
+    std::function<void(const CKnobSource&, int, CTimes*)> receive;
+    if (mode == "bare")
+        receive = receiveBare;
+    else if (mode == "delivery")
+        receive = receiveOnDeliveryThread;
+    else if (mode == "memory")
+        receive = receiveInMemory;
+    else if (mode == "window")
+        receive = receiveInWindow;
+    if (!receive || messages < 1) {
+        std::fprintf(stderr, "usage: ktz-bench-latency bare|delivery|memory|window MESSAGES\n");
+        return 2;
+    }
+    const CKnobSource source(1);
+    CTimes times(&source);
+    receive(source, messages, &times);
+    return times.print(messages);
+}

@@ -1,0 +1,37 @@
+#!/usr/bin/python3
+"""latency.py RESULTS-DIR BUILD-DIR [ROUNDS]: in the guest, from a sequencer client's call to the editor's code."""
+
+import statistics
+import subprocess
+import sys
+
+from figures import Verdicts, display, print_header, print_row, spread
+from guest import USER, prepare, users
+
+MESSAGES = 2000   # two seconds
+
+build = sys.argv[2]
+rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 10
+program = prepare(build, "ktz-bench-latency") + "/ktz-bench-latency"
+kinds = {"bare": "bare loop", "delivery": "delivery thread", "memory": "decoded, there", "window": "repaint request"}
+medians = {kind: [] for kind in kinds}
+with display() as environment:
+    for turn in range(rounds + 1):
+        for kind in kinds:
+            run = subprocess.run(USER + [program, kind, str(MESSAGES)], env=users(environment),
+                                 stdout=subprocess.PIPE, text=True)
+            if run.returncode != 0:
+                sys.exit(f"latency.py: {kind} lost messages: {run.stdout}")
+            if turn > 0:   # the first turn fills the disk cache
+                medians[kind].append(float(run.stdout.split()[0]))
+
+print(f"latency, {rounds} rounds of {MESSAGES} messages: median of the rounds' medians (middle half)")
+print_header("after the sender's call")
+for kind, title in kinds.items():
+    print_row(title, spread(medians[kind], "us"))
+ratio = {kind: statistics.median(medians[kind]) / statistics.median(medians["bare"]) for kind in kinds}
+print_row("decoded / bare loop", f"{ratio['memory']:.2f}")
+verdicts = Verdicts()
+verdicts.at_most("delivery thread / bare loop", ratio["delivery"], 1.75)
+verdicts.at_most("repaint request / bare loop", ratio["window"], 2.9)
+sys.exit(verdicts.status())
