@@ -1,4 +1,4 @@
-// ktz-bench-latency bare|delivery|memory|window MESSAGES
+// ktz-bench-latency bare|delivery|memory|window|fading MESSAGES
 //
 // Receives notice-value messages of another sequencer client, 1,000 a second, and prints the median, the middle half's
 // bounds and the 99th of a hundred of the times, in microseconds, that they took from that client's call to
@@ -6,7 +6,8 @@
 //   bare       a loop of poll() and snd_seq_event_input(), the least that any program does,
 //   delivery   the observer's call on the delivery thread,
 //   memory     the call of a parameter's observer there, with the message decoded and stored,
-//   window     the request to repaint a shown knob, on the GUI thread.
+//   window     the end of a shown knob's update on the GUI thread, where it asks for repaints; none is needed here,
+//   fading     the same, while the knob's ring follows the values and is repainted 60 times a second.
 //
 // Exit status 1 when a message did not come.
 
@@ -40,6 +41,7 @@ namespace
 {
 constexpr int k_perSecond = 1000;
 constexpr int k_knobId = k_knobValueCategory;
+constexpr int k_noLEDType = 4; // with it a ring looks the same at every value
 
 /// The times that the messages took. A value that a later one replaced before it was read counts with the later one.
 class CTimes
@@ -151,7 +153,7 @@ void receiveInMemory(const CKnobSource& source, int messages, CTimes* times)
     sendAll(source, messages);
 }
 
-/// A knob that notes when it has asked for a repaint.
+/// A knob that notes when it has taken a value and asked for the repaint that this needs.
 class CTimedKnob : public CKnobLED
 {
   public:
@@ -167,7 +169,7 @@ class CTimedKnob : public CKnobLED
     CTimes* m_times;
 };
 
-void receiveInWindow(const CKnobSource& source, int messages, CTimes* times)
+void receiveInWindow(const CKnobSource& source, int messages, CTimes* times, int ledType)
 {
     int argc = 1;
     std::string name = "ktz-bench-latency";
@@ -181,6 +183,7 @@ void receiveInWindow(const CKnobSource& source, int messages, CTimes* times)
     knob->setControllerID(k_knobId);
     window.show();
     memory.initialize();
+    memory.setParam(k_ledTypeCategory, ledType);
     knob->initialize(&memory);
 
     std::thread sender;
@@ -209,9 +212,11 @@ int main(int argc, char** argv)
     else if (mode == "memory")
         receive = receiveInMemory;
     else if (mode == "window")
-        receive = receiveInWindow;
+        receive = [](auto&&... all) { receiveInWindow(all..., k_noLEDType); };
+    else if (mode == "fading")
+        receive = [](auto&&... all) { receiveInWindow(all..., k_ledAscent); };
     if (!receive || messages < 1) {
-        std::fprintf(stderr, "usage: ktz-bench-latency bare|delivery|memory|window MESSAGES\n");
+        std::fprintf(stderr, "usage: ktz-bench-latency bare|delivery|memory|window|fading MESSAGES\n");
         return 2;
     }
     const CKnobSource source(1);

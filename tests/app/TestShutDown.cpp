@@ -14,7 +14,7 @@ namespace
 {
 const QString k_end = QStringLiteral("f043103e18050202f7");
 
-/// Threads of this process.
+/// Threads of this process; one that was joined is still among them for a moment.
 std::ptrdiff_t threadCount()
 {
     using std::filesystem::directory_iterator;
@@ -64,7 +64,7 @@ void TestShutDown::duringTheSplashClosesAtOnce()
     fixture.editor(1103)->setValue(99); // unsaved, and yet no question
     QVERIFY(window.close());
     fixture.window.reset();
-    QCOMPARE(threadCount(), threads);
+    QTRY_VERIFY(threadCount() <= threads);
 }
 
 void TestShutDown::cancelledSaveKeepsTheWindowOpen()
@@ -111,7 +111,7 @@ void TestShutDown::connectedSendsTheEndMessage()
     fixture.window.reset();
     QCOMPARE(fixture.sent().last(), k_end);
     QCOMPARE(fixture.sent().count(k_end), 1);
-    QCOMPARE(threadCount(), threads);
+    QTRY_VERIFY(threadCount() <= threads);
 }
 
 void TestShutDown::betweenStartAndTheFirstKeepReply()
@@ -123,7 +123,7 @@ void TestShutDown::betweenStartAndTheFirstKeepReply()
     fixture.startWhole();
     fixture.window.reset();
     QVERIFY(!fixture.sent().contains(k_end));
-    QCOMPARE(threadCount(), threads);
+    QTRY_VERIFY(threadCount() <= threads);
 }
 
 void TestShutDown::afterALossSendsNoEndMessage()
@@ -140,7 +140,7 @@ void TestShutDown::afterALossSendsNoEndMessage()
     }
     fixture.window.reset();
     QVERIFY(!fixture.sent().contains(k_end));
-    QCOMPARE(threadCount(), threads);
+    QTRY_VERIFY(threadCount() <= threads);
 }
 
 void TestShutDown::withoutADevice()
@@ -150,7 +150,7 @@ void TestShutDown::withoutADevice()
     fixture.startWhole();
     fixture.window.reset();
     QVERIFY(fixture.sent().isEmpty());
-    QCOMPARE(threadCount(), threads);
+    QTRY_VERIFY(threadCount() <= threads);
 }
 
 void TestShutDown::withAMenuOpen()

@@ -43,9 +43,9 @@ class Editor:
 
     def wait_for_window(self, seconds=60):
         """Waits until the main window is on the screen and knows its place."""
-        found = wait_until(self.windows, seconds)
-        if not found:
-            raise RuntimeError("the editor shows no window")
+        found = wait_until(lambda: self.windows() or self.process.poll() is not None, seconds)
+        if not isinstance(found, list) or not found:
+            raise RuntimeError(f"the editor shows no window, status {self.process.poll()}")
         self.window = found[0]
         self.x, self.y, self.width, self.height = self.display.position(self.window)
 
@@ -92,8 +92,10 @@ class Editor:
         return found[0] if found else None
 
     def answer_box(self, key, seconds=20):
-        """Presses a key in the window in front; true when it closes."""
+        """Presses a key in the box; true when it closes."""
         box = self.wait_for_box(seconds)
+        if not box:
+            return False
         wait_until(lambda: self.display.do("getactivewindow") == [box], seconds)
         self.display.press(key)
         return wait_until(lambda: box not in self.windows(), seconds)
