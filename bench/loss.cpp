@@ -42,15 +42,20 @@ class CKnobCounter : public QWidget, public CMemAPIProxyWrapper
 
     void paramChanged() override
     {
-        if (getKnob() != m_count % 128)
-            ++m_outOfOrder;
+        const int value = getKnob();
+        if (value != (m_lastValue + 1) % 128)
+            ++m_gaps;
+        m_lastValue = value;
         ++m_count;
     }
 
     void updateMemAPI() override {}
 
     std::atomic<int> m_count = 0;
-    std::atomic<int> m_outOfOrder = 0;
+    std::atomic<int> m_gaps = 0;
+
+  private:
+    int m_lastValue = 127; // the stream begins with 0
 };
 
 /// Lets the source work once the editor is up, and counts.
@@ -70,7 +75,7 @@ class CLossBench : public QObject
     void print()
     {
         m_thread.join();
-        std::printf("%d %d %d %d\n", m_source->sent(), m_refused, m_received, m_outOfOrder);
+        std::printf("%d %d %d %d\n", m_source->sent(), m_refused, m_received, m_gaps);
     }
 
   private:
@@ -86,7 +91,7 @@ class CLossBench : public QObject
             std::this_thread::sleep_for(2 * k_settleTime);
             for (const CKnobCounter* counter : m_counters) {
                 m_received += counter->m_count;
-                m_outOfOrder += counter->m_outOfOrder;
+                m_gaps += counter->m_gaps;
             }
             QMetaObject::invokeMethod(
                 qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
@@ -116,7 +121,7 @@ class CLossBench : public QObject
     std::array<CKnobCounter*, k_numOfKnobs> m_counters{};
     int m_refused = 0;
     int m_received = 0;
-    int m_outOfOrder = 0;
+    int m_gaps = 0;
     std::thread m_thread;
 };
 } // namespace
