@@ -45,16 +45,17 @@ with display() as environment:
     time.sleep(20)   # connected, the splash gone, nothing left to load
     processor = {name: [] for name in running}
     wakes = {name: [] for name in running}
-    by_thread = {name: collections.defaultdict(list) for name in running}
+    by_thread = {name: collections.defaultdict(list) for name in running}   # of (processor milliseconds, wake-ups)
     for turn in range(rounds):
         before = {name: threads(process) for name, process in running.items()}
         time.sleep(SECONDS)
         for name, process in running.items():
             after = threads(process)
             for thread in after:
-                by_thread[name][thread].append(after[thread][1] - before[name][thread][1])
-            processor[name].append(sum(after[thread][0] - before[name][thread][0] for thread in after) / 1e6)
-            wakes[name].append(sum(after[thread][1] - before[name][thread][1] for thread in after))
+                by_thread[name][thread].append(((after[thread][0] - before[name][thread][0]) / 1e6,
+                                                after[thread][1] - before[name][thread][1]))
+            processor[name].append(sum(counts[turn][0] for counts in by_thread[name].values()))
+            wakes[name].append(sum(counts[turn][1] for counts in by_thread[name].values()))
     for process in running.values():
         process.terminate()
     device.stdin.close()
@@ -66,11 +67,12 @@ print_header("processor time", "wake-ups")
 for name in running:
     print_row(name, spread(processor[name], "ms"), spread(wakes[name], ""))
     for thread, counts in sorted(by_thread[name].items()):
-        print_row(f"{name}: {thread}", "", f"{statistics.median(counts):.0f}")
+        milliseconds, times = (statistics.median(column) for column in zip(*counts))
+        print_row(f"{name}: {thread}", f"{milliseconds:.1f} ms", f"{times:.0f}")
 verdicts = Verdicts()
 verdicts.at_least("keep messages", keeps, rounds * KEEPS)
 verdicts.at_most("editor's processor time in ms", statistics.median(processor["editor"]), 10)
 beyond = statistics.median(wakes["editor"]) - statistics.median(wakes["empty"])
-# For one keep: the thread that sends it and waits for the answer, the one that receives it, the one that delivers it.
+# For one keep: the threads that send it, receive the answer and deliver that, and the window, which hears of it.
 verdicts.at_most("wake-ups beyond the empty window's for each keep", beyond / KEEPS, 4)
 sys.exit(verdicts.status())
