@@ -25,7 +25,7 @@ while [ $# -gt 0 ]; do
     shift
 done
 
-need_packages $packages_build $packages_display
+need_packages $packages_build $packages_display $packages_tests
 [ $system = no ] || need_packages $packages_system
 
 build_preset "$preset"

@@ -1,11 +1,15 @@
 # How this project declares its libraries, programs and tests: same warnings, same build modes, includes from the root.
 
-add_library(ktz_options INTERFACE)
-target_include_directories(ktz_options INTERFACE ${PROJECT_SOURCE_DIR})
-target_compile_options(ktz_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+# Alone it is for tools that run during the build: a sanitizer would judge what Qt does there.
+add_library(ktz_warnings INTERFACE)
+target_compile_options(ktz_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 if(KTZ_WARNINGS_AS_ERRORS)
-    target_compile_options(ktz_options INTERFACE -Werror)
+    target_compile_options(ktz_warnings INTERFACE -Werror)
 endif()
+
+add_library(ktz_options INTERFACE)
+target_link_libraries(ktz_options INTERFACE ktz_warnings)
+target_include_directories(ktz_options INTERFACE ${PROJECT_SOURCE_DIR})
 if(KTZ_SANITIZE)
     target_compile_options(ktz_options INTERFACE -fsanitize=${KTZ_SANITIZE} -fno-omit-frame-pointer)
     target_link_options(ktz_options INTERFACE -fsanitize=${KTZ_SANITIZE})
@@ -38,18 +42,31 @@ function(ktz_program name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 endfunction()
 
-# ktz_test(name SOURCES file... USES library... [GUI]): a Qt Test program, run by ctest. GUI tests get a display of
-# their own, so that they send real events to real windows and may run side by side.
+# ktz_run(name COMMAND program [argument...] [GUI] [LABELS label...] [ENVIRONMENT variable=value...]): has ctest run a
+# program under a watchdog, which tells where it hangs before ctest's own limit ends it. GUI programs get a display of
+# their own, so that they send real events to real windows and may run side by side. The first label is gui or core.
+function(ktz_run name)
+    cmake_parse_arguments(ARG "GUI" "" "COMMAND;LABELS;ENVIRONMENT" ${ARGN})
+    set(support ${PROJECT_SOURCE_DIR}/tests/support)
+    if(ARG_GUI)
+        set(labels gui ${ARG_LABELS})
+        set(display ${support}/with-display)
+    else()
+        set(labels core ${ARG_LABELS})
+        set(display)
+    endif()
+    add_test(NAME ${name} COMMAND ${display} ${support}/watchdog 240 ${ARG_COMMAND})
+    set_tests_properties(${name} PROPERTIES
+        LABELS "${labels}" ENVIRONMENT "${ARG_ENVIRONMENT}" TIMEOUT 300)
+endfunction()
+
+# ktz_test(name SOURCES file... USES library... [GUI] [LABELS label...]): a Qt Test program, run by ctest.
 function(ktz_test name)
-    cmake_parse_arguments(ARG "GUI" "" "SOURCES;USES" ${ARGN})
+    cmake_parse_arguments(ARG "GUI" "" "SOURCES;USES;LABELS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ktz_options ktz_test_support ${ARG_USES} Qt6::Test)
     if(ARG_GUI)
-        add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/with-display $<TARGET_FILE:${name}>)
-        set_tests_properties(${name} PROPERTIES LABELS gui)
-    else()
-        add_test(NAME ${name} COMMAND ${name})
-        set_tests_properties(${name} PROPERTIES LABELS core)
+        set(gui GUI)
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    ktz_run(${name} COMMAND $<TARGET_FILE:${name}> ${gui} LABELS ${ARG_LABELS})
 endfunction()

@@ -2,6 +2,8 @@
 
 #include "connection/CConnectionMonitor.h"
 
+#include <QMutex> // QtTsan
+
 CConnectionThread::CConnectionThread(CConnectionMonitor* monitor, std::chrono::milliseconds keepInterval)
     : m_monitor(monitor), m_keepInterval(keepInterval)
 {
@@ -10,33 +12,32 @@ CConnectionThread::CConnectionThread(CConnectionMonitor* monitor, std::chrono::m
 void CConnectionThread::stop()
 {
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_running = false;
-        m_stopRequested.wakeAll();
+        m_stopRequested.notify_all();
     }
     wait();
+    // Qt's own library is built without ThreadSanitizer, which so cannot see that the thread has ended.
+    QtTsan::futexAcquire(this);
 }
 
 void CConnectionThread::run()
 {
-    if (m_monitor == nullptr)
-        return;
-    while (isContinue()) {
+    while (m_monitor != nullptr && isContinue()) {
         m_monitor->sendKeepMessage();
         pause();
     }
+    QtTsan::futexRelease(this); // see stop()
 }
 
 bool CConnectionThread::isContinue()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     return m_running;
 }
 
 void CConnectionThread::pause()
 {
-    const QDeadlineTimer end(m_keepInterval, Qt::PreciseTimer);
-    const QMutexLocker lock(&m_mutex);
-    while (m_running && m_stopRequested.wait(&m_mutex, end)) {
-    }
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_stopRequested.wait_for(lock, m_keepInterval, [this] { return !m_running; });
 }

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "app/common/CWaitCondition.h"
+#include "app/common/CMutex.h"
 
 #include <QThread>
 
 #include <chrono>
+#include <condition_variable>
 
 class CConnectionMonitor;
 
@@ -33,7 +34,7 @@ class CConnectionThread : public QThread
 
     CConnectionMonitor* m_monitor;
     std::chrono::milliseconds m_keepInterval;
-    QMutex m_mutex;
-    CWaitCondition m_stopRequested;
+    CMutex m_mutex;
+    std::condition_variable m_stopRequested;
     bool m_running = true;
 };

@@ -1,7 +1,9 @@
 #include "connection/CStartConnectionManager.h"
 
-#include "app/common/CWaitCondition.h"
+#include "app/common/CMutex.h"
 #include "device/CMemAPI.h"
+
+#include <condition_variable>
 
 CStartConnectionManager::CStartConnectionManager(CMemAPI* memory, const QString& portName, const ConnectionTimes& times)
     : m_memory(memory), m_portName(portName), m_startInterval(times.startInterval)
@@ -18,15 +20,15 @@ CStartConnectionManager::~CStartConnectionManager()
 
 bool CStartConnectionManager::sendStartMessage()
 {
-    QMutex pauseMutex;
-    CWaitCondition pause; // nobody wakes it: the device gets its whole second after each message
-    const QMutexLocker lock(&pauseMutex);
+    CMutex pauseMutex;
+    std::condition_variable pause; // nobody wakes it: the device gets its whole second after each message
+    std::unique_lock<std::mutex> lock(pauseMutex);
 
     bool sent = false;
     while (m_waiting) {
         if (m_memory != nullptr)
             sent = m_memory->sendMessage(m_portName, k_startMessage, 0);
-        pause.wait(&pauseMutex, QDeadlineTimer(m_startInterval, Qt::PreciseTimer));
+        pause.wait_for(lock, m_startInterval, [] { return false; });
     }
     return sent;
 }

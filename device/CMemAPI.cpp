@@ -27,7 +27,7 @@ void CMemAPI::registerObserver(int id, CMemAPIObserver* observer)
 {
     if (id == 0)
         return;
-    const QMutexLocker lock(&m_observersMutex);
+    const std::scoped_lock lock(m_observersMutex);
     m_observers[id].append(observer);
 }
 
@@ -35,7 +35,7 @@ void CMemAPI::unregisterObserver(int id, CMemAPIObserver* observer)
 {
     if (id == 0)
         return;
-    const QMutexLocker lock(&m_observersMutex);
+    const std::scoped_lock lock(m_observersMutex);
     QList<CMemAPIObserver*> others = m_observers.value(id);
     others.removeAll(observer);
     // An id that others watch keeps its whole list.
@@ -47,7 +47,7 @@ void CMemAPI::notifyParamChabgedById(int id)
 {
     QList<CMemAPIObserver*> observers;
     {
-        const QMutexLocker lock(&m_observersMutex);
+        const std::scoped_lock lock(m_observersMutex);
         observers = m_observers.value(id);
     }
     for (CMemAPIObserver* observer : std::as_const(observers))
@@ -218,7 +218,7 @@ bool CMemAPI::sendMessage(const QString& port, int type, int id)
 
 bool CMemAPI::sendBytes(CMIDIOutput& output, const QByteArray& message)
 {
-    const QMutexLocker lock(&m_sendMutex);
+    const std::scoped_lock lock(m_sendMutex);
     return output.sendMessage(reinterpret_cast<const unsigned char*>(message.constData()),
                               static_cast<int>(message.size()));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/CRecursiveMutex.h"
+#include "app/common/CMutex.h"
 #include "device/CMessageManager.h"
 #include "device/CParamManager.h"
 #include "device/CReplyObserver.h"
@@ -8,7 +8,6 @@
 
 #include <QList>
 #include <QMap>
-#include <QMutex>
 
 #include <atomic>
 #include <map>
@@ -111,10 +110,10 @@ class CMemAPI : public CMIDITransportObserver
 
   private:
     QMap<int, QList<CMemAPIObserver*>> m_observers;
-    mutable QMutex m_observersMutex;
+    mutable CMutex m_observersMutex;
     std::map<int, std::unique_ptr<CMIDIInput>> m_inputs;
     std::map<int, std::unique_ptr<CMIDIOutput>> m_outputs;
-    QMutex m_sendMutex;
+    CMutex m_sendMutex;
     CRecursiveMutex m_messageMutex;
     CReplyObserver m_startReplyObserver;
     CReplyObserver m_keepReplyObserver;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/CRecursiveMutex.h"
+#include "app/common/CMutex.h"
 #include "device/DeviceParams.h"
 
 /// Flat table of values under the decimal text of their ids.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/CRecursiveMutex.h"
+#include "app/common/CMutex.h"
 
 class CMemAPIObserver;
 

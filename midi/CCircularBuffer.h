@@ -1,8 +1,6 @@
 #pragma once
 
-#include "app/common/CRecursiveMutex.h"
-
-#include <QMutex>
+#include "app/common/CMutex.h"
 
 #include <memory>
 
@@ -52,5 +50,5 @@ class CCircularBuffer
     int m_readPosition = 0;
     const bool m_recursive;
     CRecursiveMutex m_recursiveMutex;
-    QMutex m_plainMutex;
+    CMutex m_plainMutex;
 };

@@ -15,32 +15,31 @@ void CMIDIThread::run()
 
 void CMIDIThread::waitForWake()
 {
-    const QMutexLocker lock(&m_waitLock);
-    while (!m_woken)
-        m_wakeUp.wait(&m_waitLock);
+    std::unique_lock<std::mutex> lock(m_waitLock);
+    m_wakeUp.wait(lock, [this] { return m_woken; });
     m_woken = false;
 }
 
 void CMIDIThread::wake()
 {
     {
-        const QMutexLocker lock(&m_waitLock);
+        const std::scoped_lock lock(m_waitLock);
         if (m_woken)
             return;
         m_woken = true;
     }
-    m_wakeUp.wakeOne();
+    m_wakeUp.notify_one();
 }
 
 bool CMIDIThread::isContinue()
 {
-    const QMutexLocker lock(&m_flagLock);
+    const std::scoped_lock lock(m_flagLock);
     return m_continue;
 }
 
 void CMIDIThread::setContinue(bool on)
 {
-    const QMutexLocker lock(&m_flagLock);
+    const std::scoped_lock lock(m_flagLock);
     m_continue = on;
 }
 

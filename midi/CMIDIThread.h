@@ -1,9 +1,10 @@
 #pragma once
 
-#include "app/common/CWaitCondition.h"
+#include "app/common/CMutex.h"
 
-#include <QMutex>
 #include <QThread>
+
+#include <condition_variable>
 
 class CMIDIInput;
 
@@ -34,9 +35,9 @@ class CMIDIThread : public QThread
     void setContinue(bool on);
 
     CMIDIInput* const m_owner;
-    CWaitCondition m_wakeUp;
+    std::condition_variable m_wakeUp;
     bool m_continue = true;
     bool m_woken = false;
-    QMutex m_waitLock; // guards m_woken
-    QMutex m_flagLock; // guards m_continue
+    CMutex m_waitLock; // guards m_woken
+    CMutex m_flagLock; // guards m_continue
 };

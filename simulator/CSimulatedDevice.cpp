@@ -38,20 +38,20 @@ CSimulatedDevice::~CSimulatedDevice()
 void CSimulatedDevice::plug(CDeviceTransport& transport)
 {
     unplug();
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_transport = &transport;
 }
 
 bool CSimulatedDevice::isPlugged() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     return m_transport != nullptr;
 }
 
 bool CSimulatedDevice::receive(const QByteArray& packet)
 {
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         if (!takeSend())
             return false;
         QList<QByteArray> answers;
@@ -68,35 +68,35 @@ bool CSimulatedDevice::receive(const QByteArray& packet)
 KnobSettings CSimulatedDevice::settings(int knob) const
 {
     Q_ASSERT(isKnob(knob));
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     return m_settings.at(static_cast<size_t>(knob));
 }
 
 void CSimulatedDevice::setSettings(int knob, const KnobSettings& settings)
 {
     Q_ASSERT(isKnob(knob));
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_settings.at(static_cast<size_t>(knob)) = settings;
 }
 
 void CSimulatedDevice::setSetting(int knob, int KnobSettings::*setting, int value)
 {
     Q_ASSERT(isKnob(knob) && isValue(value));
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_settings.at(static_cast<size_t>(knob)).*setting = value;
 }
 
 int CSimulatedDevice::value(int knob) const
 {
     Q_ASSERT(isKnob(knob));
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     return m_values.at(static_cast<size_t>(knob));
 }
 
 void CSimulatedDevice::setValue(int knob, int value)
 {
     Q_ASSERT(isKnob(knob) && isValue(value));
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_values.at(static_cast<size_t>(knob)) = value;
 }
 
@@ -104,7 +104,7 @@ void CSimulatedDevice::turn(int knob, int value)
 {
     Q_ASSERT(isKnob(knob) && isValue(value));
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_values.at(static_cast<size_t>(knob)) = value;
         queue({DeviceMessages::noticeValue(knob, value)});
     }
@@ -115,7 +115,7 @@ void CSimulatedDevice::reportSettings(int knob)
 {
     Q_ASSERT(isKnob(knob));
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         queue({DeviceMessages::changeParameter(knob, m_settings.at(static_cast<size_t>(knob)))});
     }
     sendDue();
@@ -125,7 +125,7 @@ void CSimulatedDevice::send(const QByteArray& packet)
 {
     Q_ASSERT(!packet.isEmpty());
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         if (m_transport && !m_silent)
             m_replyPath.addAsIs(packet, m_now);
     }
@@ -134,14 +134,14 @@ void CSimulatedDevice::send(const QByteArray& packet)
 
 qint64 CSimulatedDevice::now() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     return m_now;
 }
 
 void CSimulatedDevice::advance(qint64 milliseconds)
 {
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_now += milliseconds;
     }
     sendDue();
@@ -149,77 +149,77 @@ void CSimulatedDevice::advance(qint64 milliseconds)
 
 void CSimulatedDevice::ignoreStarts(int starts)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_startsToIgnore = starts;
 }
 
 void CSimulatedDevice::dropKeeps(int keeps)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_keepsToDrop = keeps;
 }
 
 void CSimulatedDevice::goSilent()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_silent = true;
     m_replyPath.clear();
 }
 
 void CSimulatedDevice::answer()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_silent = false;
 }
 
 bool CSimulatedDevice::isSilent() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     return m_silent;
 }
 
 void CSimulatedDevice::cutRepliesInto(int bytes)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_replyPath.cutInto = bytes;
 }
 
 void CSimulatedDevice::glueReplies(int messages)
 {
     Q_ASSERT(messages >= 1);
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_replyPath.glued = messages;
 }
 
 void CSimulatedDevice::strayBytes(const QByteArray& bytes)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_replyPath.strayBytes = bytes;
 }
 
 void CSimulatedDevice::otherEvents(const QList<QByteArray>& events)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_replyPath.otherEvents = events;
 }
 
 void CSimulatedDevice::interruptReplies(const QByteArray& bytes, int after)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_replyPath.interruption = bytes;
     m_replyPath.interruptAfter = after;
 }
 
 void CSimulatedDevice::delayReplies(qint64 milliseconds)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_replyPath.delay = milliseconds;
 }
 
 void CSimulatedDevice::refuseSend(int n, int count)
 {
     Q_ASSERT(n >= 1);
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_sendsBeforeRefusal = n - 1;
     m_sendsToRefuse = count;
 }
@@ -228,7 +228,7 @@ void CSimulatedDevice::unplug()
 {
     CDeviceTransport* transport = nullptr;
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         transport = std::exchange(m_transport, nullptr);
         m_replyPath.clear();
         m_stream.clear();
@@ -249,13 +249,13 @@ QList<QByteArray> CSimulatedDevice::received() const
 
 QList<Traffic> CSimulatedDevice::trafficSince(qint64 number) const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     return m_log.since(number);
 }
 
 void CSimulatedDevice::clearTraffic()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::scoped_lock lock(m_mutex);
     m_log.clear();
 }
 
@@ -313,7 +313,7 @@ void CSimulatedDevice::queue(const QList<QByteArray>& messages)
 /// One thread at a time sends, so that packets keep their order; another thread leaves its packets to that one.
 void CSimulatedDevice::sendDue()
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock lock(m_mutex);
     if (m_sending)
         return;
     m_sending = true;
@@ -322,7 +322,7 @@ void CSimulatedDevice::sendDue()
         m_log.add(packet->due, Traffic::Direction::FromDevice, packet->bytes);
         lock.unlock();
         transport->deviceSent(*this, packet->bytes);
-        lock.relock();
+        lock.lock();
     }
     m_sending = false;
 }

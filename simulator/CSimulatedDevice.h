@@ -1,12 +1,12 @@
 #pragma once
 
+#include "app/common/CMutex.h"
 #include "simulator/CByteStream.h"
 #include "simulator/CReplyPath.h"
 #include "simulator/CTrafficLog.h"
 #include "simulator/KnobSettings.h"
 
 #include <QList>
-#include <QMutex>
 
 #include <array>
 #include <limits>
@@ -92,7 +92,7 @@ class CSimulatedDevice
     void queue(const QList<QByteArray>& messages);
     void sendDue();
 
-    mutable QMutex m_mutex;
+    mutable CMutex m_mutex;
     CDeviceTransport* m_transport = nullptr;
     bool m_sending = false;
     qint64 m_now = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/common/CRecursiveMutex.h"
+#include "app/common/CMutex.h"
 #include "app/common/Constants.h"
 #include "midi/MIDIPlatform.h"
 #include "simulator/CDeviceTransport.h"

@@ -6,19 +6,25 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
-#include <QThread>
 
 #include <filesystem>
+#include <fstream>
+#include <thread>
 
 namespace
 {
 const QString k_end = QStringLiteral("f043103e18050202f7");
 
-/// Threads of this process; one that was joined is still among them for a moment.
+/// Threads of this process; one that was joined is still among them for a moment. Those on which Qt converts large
+/// pictures come and go as it likes, and do not count.
 std::ptrdiff_t threadCount()
 {
-    using std::filesystem::directory_iterator;
-    return std::distance(directory_iterator("/proc/self/task"), directory_iterator());
+    const std::filesystem::directory_iterator tasks("/proc/self/task");
+    return std::count_if(begin(tasks), end(tasks), [](const std::filesystem::directory_entry& task) {
+        std::string name;
+        std::getline(std::ifstream(task.path() / "comm"), name);
+        return name != "Thread (pooled)";
+    });
 }
 } // namespace
 
@@ -241,15 +247,14 @@ void TestShutDown::whileTheDeviceReports()
     fixture.startWhole();
     fixture.waitUntilConnected();
     std::atomic<bool> stop = false;
-    std::unique_ptr<QThread> hand(QThread::create([&] {
+    std::thread hand([&] {
         for (int value = 0; !stop; value = (value + 1) % 128)
             fixture.device.turn(value % 8, value);
-    }));
-    hand->start();
+    });
     QTest::qWait(20);
     fixture.window.reset();
     stop = true;
-    hand->wait();
+    hand.join();
     QCoreApplication::processEvents();
     QCOMPARE(fixture.sent().last(), k_end);
 }
@@ -261,7 +266,8 @@ void TestShutDown::clipboardIsEmptiedAtTheEnd()
     window.copy();
     QVERIFY(QGuiApplication::clipboard()->mimeData()->hasFormat(k_mimeType_Knob));
     fixture.window.reset();
-    QVERIFY(!QGuiApplication::clipboard()->mimeData()->hasFormat(k_mimeType_Knob));
+    const QMimeData* left = QGuiApplication::clipboard()->mimeData(); // some platforms have none then
+    QVERIFY(left == nullptr || !left->hasFormat(k_mimeType_Knob));
 }
 
 QTEST_MAIN(TestShutDown)

@@ -279,6 +279,7 @@ void TestConnectionMonitor::withoutAMemory()
     CConnectionThread thread(nullptr, k_never);
     thread.start();
     QVERIFY(thread.wait(5000));
+    thread.stop(); // nothing is left to stop
 }
 
 void TestConnectionMonitor::warningBelongsToTheParentWidget()

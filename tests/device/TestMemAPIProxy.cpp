@@ -216,6 +216,7 @@ void TestMemAPIProxy::replyClosesAnOpenContextMenu()
     QTRY_VERIFY(!menu.isVisible());
     QCOMPARE(proxy.updates, 1);
     QCOMPARE(proxy.getKnob(), 99);
+    m_memory.reset(); // joins the delivery thread before the proxy that it called goes
 }
 
 void TestMemAPIProxy::initializeRegistersForTheId()

@@ -1,3 +1,4 @@
+#include "app/common/CMutex.h"
 #include "app/common/Constants.h"
 #include "device/CMemAPIObserver.h"
 #include "device/CMemAPIWrapper.h"
@@ -21,13 +22,13 @@ class CIdNotes
 
     [[nodiscard]] QList<int> take()
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return std::exchange(m_ids, {});
     }
 
     [[nodiscard]] qsizetype count()
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return m_ids.size();
     }
 
@@ -39,7 +40,7 @@ class CIdNotes
 
         void paramChanged() override
         {
-            const QMutexLocker lock(&m_notes.m_mutex);
+            const std::scoped_lock lock(m_notes.m_mutex);
             m_notes.m_ids.append(m_id);
         }
 
@@ -54,7 +55,7 @@ class CIdNotes
         memory.registerObserver(id, m_observers.back().get());
     }
 
-    QMutex m_mutex;
+    CMutex m_mutex;
     QList<int> m_ids;
     std::vector<std::unique_ptr<CObserver>> m_observers;
 };

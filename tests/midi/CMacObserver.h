@@ -1,10 +1,10 @@
 #pragma once
 
+#include "app/common/CMutex.h"
 #include "midi/CMIDITransportObserver.h"
 
 #include <QByteArray>
 #include <QList>
-#include <QMutex>
 
 #include <string>
 #include <vector>
@@ -16,14 +16,14 @@ class CMacObserver : public CMIDITransportObserver
   public:
     bool messageReceived(const unsigned char* data, int size) override
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_records.emplace_back(data, data + size);
         return true;
     }
 
     [[nodiscard]] QList<QByteArray> records() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         QList<QByteArray> copies;
         for (const std::string& record : m_records)
             copies.append(QByteArray::fromStdString(record));
@@ -31,6 +31,6 @@ class CMacObserver : public CMIDITransportObserver
     }
 
   private:
-    mutable QMutex m_mutex;
+    mutable CMutex m_mutex;
     std::vector<std::string> m_records;
 };

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/common/CMutex.h"
 #include "midi/CMIDITransportObserver.h"
 
 #include <QByteArrayList>
-#include <QMutex>
 #include <QSemaphore>
 #include <QThread>
 
@@ -17,7 +17,7 @@ class CRecordingObserver : public CMIDITransportObserver
     {
         if (m_holding)
             holdUp();
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_records.append(QByteArray(reinterpret_cast<const char*>(data), size));
         m_thread = QThread::currentThread();
         return true;
@@ -25,7 +25,7 @@ class CRecordingObserver : public CMIDITransportObserver
 
     [[nodiscard]] QByteArrayList records() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         // Not shared with this object: ThreadSanitizer cannot see how Qt's own library counts the sharers.
         QByteArrayList copy;
         for (const QByteArray& record : m_records)
@@ -35,13 +35,13 @@ class CRecordingObserver : public CMIDITransportObserver
 
     [[nodiscard]] int count() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return static_cast<int>(m_records.size());
     }
 
     [[nodiscard]] QThread* thread() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return m_thread;
     }
 
@@ -74,7 +74,7 @@ class CRecordingObserver : public CMIDITransportObserver
         m_go.acquire();
     }
 
-    mutable QMutex m_mutex;
+    mutable CMutex m_mutex;
     QByteArrayList m_records;
     QThread* m_thread = nullptr;
     std::atomic<bool> m_holding = false;

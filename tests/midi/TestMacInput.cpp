@@ -1,3 +1,4 @@
+#include "app/common/CMutex.h"
 #include "midi/CCircularBuffer.h"
 #include "midi/mac/CMIDIInput_Mac.h"
 #include "tests/fakes/coremidi/CFakeCoreMIDI.h"
@@ -26,20 +27,20 @@ class CRingObserver : public CMIDITransportObserver
 
     bool messageReceived(const unsigned char* /*data*/, int /*size*/) override
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_bytesLeft.push_back(m_input.ring()->avail());
         return true;
     }
 
     [[nodiscard]] std::vector<int> bytesLeft() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return m_bytesLeft;
     }
 
   private:
     const CInput& m_input;
-    mutable QMutex m_mutex;
+    mutable CMutex m_mutex;
     std::vector<int> m_bytesLeft;
 };
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/common/CMutex.h"
 #include "simulator/CDeviceTransport.h"
 
 #include <QList>
-#include <QMutex>
 
 /// Keeps what a device sent.
 class CRecordingTransport : public CDeviceTransport
@@ -11,31 +11,31 @@ class CRecordingTransport : public CDeviceTransport
   public:
     void deviceSent(CSimulatedDevice&, const QByteArray& packet) override
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_packets += packet;
     }
 
     void deviceUnplugged(CSimulatedDevice&) override
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         ++m_unplugged;
     }
 
     /// What was sent since the last call, in packets.
     [[nodiscard]] QList<QByteArray> take()
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return std::exchange(m_packets, {});
     }
 
     [[nodiscard]] int unplugged() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return m_unplugged;
     }
 
   private:
-    mutable QMutex m_mutex;
+    mutable CMutex m_mutex;
     QList<QByteArray> m_packets;
     int m_unplugged = 0;
 };

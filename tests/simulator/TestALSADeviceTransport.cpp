@@ -1,3 +1,4 @@
+#include "app/common/CMutex.h"
 #include "app/common/Constants.h"
 #include "midi/CMIDIInput.h"
 #include "midi/CMIDIOutput.h"
@@ -9,8 +10,6 @@
 #include "simulator/DeviceMessages.h"
 #include "tests/fakes/alsa/FakeALSA.h"
 #include "tests/support/CTestCase.h"
-
-#include <QMutex>
 
 #include <cerrno>
 #include <vector>
@@ -72,19 +71,19 @@ class CJoined : public CMIDITransportObserver
   public:
     bool messageReceived(const unsigned char* data, int size) override
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_bytes.insert(m_bytes.end(), data, data + size);
         return true;
     }
 
     [[nodiscard]] QByteArray bytes() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return {reinterpret_cast<const char*>(m_bytes.data()), static_cast<qsizetype>(m_bytes.size())};
     }
 
   private:
-    mutable QMutex m_mutex;
+    mutable CMutex m_mutex;
     std::vector<unsigned char> m_bytes;
 };
 } // namespace

@@ -1,3 +1,4 @@
+#include "app/common/CMutex.h"
 #include "midi/CMIDIInput.h"
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
@@ -8,7 +9,6 @@
 #include "tests/support/CTestCase.h"
 
 #include <QElapsedTimer>
-#include <QMutex>
 #include <QThread>
 
 #include <thread>
@@ -28,7 +28,7 @@ class CRecords : public CMIDITransportObserver
   public:
     bool messageReceived(const unsigned char* data, int size) override
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_records.emplace_back(reinterpret_cast<const char*>(data), size);
         m_thread = QThread::currentThread();
         return true;
@@ -36,18 +36,18 @@ class CRecords : public CMIDITransportObserver
 
     [[nodiscard]] QList<QByteArray> all() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return {m_records.begin(), m_records.end()};
     }
 
     [[nodiscard]] QThread* thread() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return m_thread;
     }
 
   private:
-    mutable QMutex m_mutex;
+    mutable CMutex m_mutex;
     std::vector<QByteArray> m_records; // no list that is shared with a copy on another thread
     QThread* m_thread = nullptr;
 };
