@@ -4,12 +4,14 @@
 #   ./test.sh                  all tests of the release build, ending in ctest's summary
 #   ./test.sh --preset NAME    the same with another build: dev, asan, tsan, coverage
 #   ./test.sh --system         afterwards the system test: the editor and a USB-MIDI device in a QEMU guest
+#   ./test.sh --fuzz SECONDS   instead, every fuzz target for so long; inputs that break something stay in build/fuzz/
 set -euo pipefail
 cd "$(dirname "$0")"
 . packaging/setup.sh
 
 preset=release
 system=no
+fuzz=""
 while [ $# -gt 0 ]; do
     case "$1" in
     --preset)
@@ -17,13 +19,23 @@ while [ $# -gt 0 ]; do
         shift
         ;;
     --system) system=yes ;;
+    --fuzz)
+        fuzz="${2:?--fuzz needs the seconds for each target}"
+        shift
+        ;;
     *)
-        sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,7s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
     esac
     shift
 done
+
+if [ -n "$fuzz" ]; then
+    need_packages $packages_build $packages_fuzz
+    build_preset fuzz
+    exec tests/fuzz/run build/fuzz "$fuzz"
+fi
 
 need_packages $packages_build $packages_display $packages_tests
 [ $system = no ] || need_packages $packages_system

@@ -2,6 +2,18 @@
 
 #include <algorithm>
 
+namespace
+{
+/// The value if it is a number in the setting's range, else the end of the range that is nearer; 0 for no number.
+QVariant heldInRange(const QVariant& value, int highest)
+{
+    bool isNumber = false;
+    const int number = value.toString().toInt(&isNumber); // of its own, a variant cuts a large number down
+    const int held = std::clamp(number, 0, highest);
+    return isNumber && held == number ? value : QString::number(held);
+}
+} // namespace
+
 bool isSettingParam(int id)
 {
     const int knob = knobOfParam(id);
@@ -18,12 +30,13 @@ ParamList settingsOnly(const ParamList& wholeList)
             continue;
         const ParamList given = value.toMap();
         ParamList settings;
-        for (const int category : k_settingCategories) {
-            const QString idKey = QString::number(category + knob);
+        for (std::size_t i = 0; i < k_settingCategories.size(); ++i) {
+            const QString idKey = QString::number(k_settingCategories[i] + knob);
             if (given.contains(idKey))
-                settings.insert(idKey, given.value(idKey));
+                settings.insert(idKey, heldInRange(given.value(idKey), k_highestSettings[i]));
         }
-        kept.insert(knobKey, settings);
+        if (!settings.isEmpty())
+            kept.insert(knobKey, settings);
     }
     return kept;
 }

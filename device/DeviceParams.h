@@ -36,6 +36,9 @@ enum LEDType : int
 inline constexpr std::array<int, 5> k_settingCategories{k_ccNumCategory, k_midiChCategory, k_maxCategory, k_minCategory,
                                                         k_ledTypeCategory};
 
+/// The highest value of each setting, in the same order; the lowest is 0.
+inline constexpr std::array<int, 5> k_highestSettings{127, 15, 127, 127, k_ledConvex};
+
 /// The factory preset: one row a knob, in the order of k_settingCategories.
 inline constexpr std::array<std::array<int, 5>, k_numOfKnobs> k_defaultParamList{{
     {74, 0, 127, 0, k_ledAscent},
@@ -61,5 +64,6 @@ inline constexpr std::array<std::array<int, 5>, k_numOfKnobs> k_defaultParamList
 /// Whether the id names one of the five settings of one of the eight knobs: the only ids of the settings table.
 [[nodiscard]] bool isSettingParam(int id);
 
-/// The list without everything that is no setting of the device: other knobs, other ids, a knob without a list.
+/// The list with nothing but settings of the device, each in its range: without other knobs, other ids and knobs that
+/// have no settings. What is no number becomes 0, what is out of range the end that is nearer; the rest stays as it is.
 [[nodiscard]] ParamList settingsOnly(const ParamList& wholeList);

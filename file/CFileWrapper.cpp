@@ -40,7 +40,8 @@ QString CFileWrapper::addControlViewElementToDoc(QDomDocument* document, QDomEle
     if (document == nullptr || parent == nullptr || m_memory == nullptr)
         return k_saveError;
     QDomElement controlView = document->createElement(k_controlViewTag);
-    const QString error = setParamToElement(m_memory->getParamList(), document, &controlView);
+    // A knob that has no settings would be an empty element, with which the file could not be read again.
+    const QString error = setParamToElement(settingsOnly(m_memory->getParamList()), document, &controlView);
     parent->appendChild(controlView);
     return error;
 }
@@ -51,7 +52,8 @@ QString CFileWrapper::parseControlViewElement(const QDomElement& root) const
         return k_openError;
     QVariant value;
     const QString error = getParamFromElement(root.firstChildElement(k_controlViewTag), &value);
-    // A key that is no setting would shift every list that is moved by position.
+    // A key that is no setting would shift every list that is moved by position, and a value out of its range would be
+    // sent to the device, cut to a byte that can even end the message.
     m_memory->setParamList(settingsOnly(value.toMap()));
     return error;
 }

@@ -2,6 +2,7 @@
 
 #include "simulator/ALSAError.h"
 #include "simulator/CSimulatedDevice.h"
+#include "simulator/PrintableText.h"
 
 #include <array>
 
@@ -25,7 +26,7 @@ QString CRawMIDITransport::open(CSimulatedDevice& device)
     snd_rawmidi_t* output = nullptr;
     const int status = snd_rawmidi_open(&input, &output, m_name.constData(), SND_RAWMIDI_NONBLOCK);
     if (status < 0)
-        return alsaError("cannot open raw MIDI device " + m_name, status);
+        return alsaError("cannot open " + description().toLatin1(), status);
     m_input.reset(input);
     m_output.reset(output);
     device.plug(*this);
@@ -35,7 +36,7 @@ QString CRawMIDITransport::open(CSimulatedDevice& device)
 
 QString CRawMIDITransport::description() const
 {
-    return QStringLiteral("raw MIDI device %1").arg(QString::fromLocal8Bit(m_name));
+    return QStringLiteral("raw MIDI device %1").arg(printableText(m_name));
 }
 
 std::vector<pollfd> CRawMIDITransport::descriptors() const

@@ -217,18 +217,33 @@ void TestParamManager::settingsOnlyDropsWhatIsNoSetting_data()
 {
     QTest::addColumn<ParamList>("given");
     QTest::addColumn<ParamList>("kept");
-    const ParamList whole{{QStringLiteral("2"), knobList(2, 10)}};
+    const auto knob2 = [](const QList<QVariant>& values) {
+        ParamList list;
+        for (std::size_t i = 0; i < k_settingCategories.size(); ++i)
+            list.insert(QString::number(k_settingCategories[i] + 2), values.at(static_cast<qsizetype>(i)));
+        return ParamList{{QStringLiteral("2"), list}};
+    };
+    const ParamList whole = knob2({10, 11, 12, 13, 3});
     QTest::newRow("a knob's five settings stay") << whole << whole;
     QTest::newRow("nothing") << ParamList() << ParamList();
     QTest::newRow("knob 8") << ParamList{{QStringLiteral("8"), knobList(8, 1)}} << ParamList();
     QTest::newRow("a knob that is no list") << ParamList{{QStringLiteral("2"), 5}} << ParamList();
-    ParamList more = knobList(2, 10);
+    ParamList more = whole.first().toMap();
     more.insert(QStringLiteral("1002"), 7);
     more.insert(QStringLiteral("1103"), 8);
     more.insert(QStringLiteral("x"), 9);
     QTest::newRow("knob value, another knob's id, a word") << ParamList{{QStringLiteral("2"), more}} << whole;
     const ParamList partial{{QStringLiteral("2"), ParamList{{QStringLiteral("1102"), 1}}}};
     QTest::newRow("a partial list stays partial") << partial << partial;
+    QTest::newRow("lowest values") << knob2({0, 0, 0, 0, 0}) << knob2({0, 0, 0, 0, 0});
+    QTest::newRow("highest values") << knob2({127, 15, "127", "127", "3"}) << knob2({127, 15, "127", "127", "3"});
+    QTest::newRow("above the highest") << knob2({128, 16, "128", "300", "4"})
+                                       << knob2({"127", "15", "127", "127", "3"});
+    QTest::newRow("below the lowest") << knob2({-1, -1, "-1", "-128", "-300"}) << knob2({"0", "0", "0", "0", "0"});
+    QTest::newRow("no number") << knob2({"abc", "", "99999999999", ParamList{{QStringLiteral("5"), 1}}, QVariant()})
+                               << knob2({"0", "0", "0", "0", "0"});
+    QTest::newRow("a knob without any setting")
+        << ParamList{{QStringLiteral("2"), ParamList{{QStringLiteral("x"), 9}}}} << ParamList();
 }
 
 void TestParamManager::settingsOnlyDropsWhatIsNoSetting()

@@ -77,6 +77,7 @@ class TestFile : public CTestCase
     void writesTheExample();
     void writesWhatItReadsAsText();
     void writesWholeParameterList();
+    void writesNoKnobWithoutSettings();
     void namesOfTheWrapper();
 
     void setParamToElementWritesInKeyOrder();
@@ -148,6 +149,19 @@ void TestFile::writesWholeParameterList()
     m_settings->memory.setParamList({});
     QCOMPARE(file.read(path), QString());
     QCOMPARE(m_settings->memory.getParamList(), asText(factoryList()));
+}
+
+void TestFile::writesNoKnobWithoutSettings()
+{
+    m_settings->memory.setParamList({{"1", knobList(1)}});
+    // Knob 2 has nothing that a copied value could replace, and remembers that as an empty list.
+    m_settings->memory.copyParamListFromKnobValueList(1);
+    m_settings->memory.pasteParamListToKnobValueList(2);
+    CFileWrapper file(nullptr, &m_settings->memory);
+    const QString path = m_settings->path("one.CJX");
+    QCOMPARE(file.write(path), QString());
+    QCOMPARE(SettingsFixture::bytesOf(path), k_example);
+    QCOMPARE(file.read(path), QString());
 }
 
 void TestFile::namesOfTheWrapper()
@@ -323,6 +337,15 @@ void TestFile::onlySettingsEnterTheMemory_data()
                                        << ParamList{{"2", ParamList{{"1202", "4"}}}};
     QTest::newRow("a plain value instead of a knob")
         << QByteArray("<key1>5</key1><key2><key1102>3</key1102></key2>") << ParamList{{"2", ParamList{{"1102", "3"}}}};
+    QTest::newRow("a map instead of a value")
+        << QByteArray("<key2><key1102><key5>1</key5></key1102><key1202>3</key1202></key2>")
+        << ParamList{{"2", ParamList{{"1102", "0"}, {"1202", "3"}}}};
+    QTest::newRow("values out of range")
+        << QByteArray("<key2><key1102>247</key1102><key1202>16</key1202><key1302>-5</key1302></key2>")
+        << ParamList{{"2", ParamList{{"1102", "127"}, {"1202", "15"}, {"1302", "0"}}}};
+    QTest::newRow("a knob without any setting")
+        << QByteArray("<key1><key9>1</key9></key1><key2><key1102>3</key1102></key2>")
+        << ParamList{{"2", ParamList{{"1102", "3"}}}};
     QTest::newRow("nothing of use") << QByteArray("<a>5</a>") << ParamList();
 }
 

@@ -16,6 +16,7 @@ class TestRawMIDITransport : public CTestCase
     void init();
     void opensBothDirections();
     void deviceThatIsNotThereGivesOneLine();
+    void nameThatWouldBreakALineIsMadePrintable();
     void messageIsAnswered();
     void unansweredRoomIsWaitedFor();
     void moreThanCanBeKeptIsDroppedInWholePackets();
@@ -50,6 +51,14 @@ void TestRawMIDITransport::deviceThatIsNotThereGivesOneLine()
     QCOMPARE(transport.open(device), "cannot open raw MIDI device hw:9,0,0: No such device");
     QVERIFY(!device.isPlugged());
     QCOMPARE(FakeRawMIDI::openPorts(), 0);
+}
+
+void TestRawMIDITransport::nameThatWouldBreakALineIsMadePrintable()
+{
+    CSimulatedDevice device;
+    CRawMIDITransport transport("hw:9\n\x1b[2J");
+    QCOMPARE(transport.open(device), "cannot open raw MIDI device hw:9??[2J: No such device");
+    QCOMPARE(transport.description(), "raw MIDI device hw:9??[2J");
 }
 
 void TestRawMIDITransport::messageIsAnswered()
