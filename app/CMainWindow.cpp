@@ -114,6 +114,8 @@ void CMainWindow::initialize()
     m_overlay = new QWidget(this);
     m_overlay->setGeometry(k_viewRect);
     m_overlay->hide();
+    // Draws the window's face, and so lets go of the large picture it takes, before the splash loads another.
+    ensurePolished();
     showSplash();
     createConnectionMonitor();
 
@@ -192,7 +194,7 @@ void CMainWindow::showSplash()
 {
     if (m_lockCount >= 1 || m_overlay == nullptr)
         return;
-    m_splash = new CSplashView(m_overlay, this, skinPixmap(k_infoImagePath));
+    m_splash = new CSplashView(m_overlay, this, largeSkinPixmap(k_infoImagePath));
     m_splash->initialize(k_editorName, k_version, k_copyright);
     connect(m_splash, SIGNAL(closed()), m_overlay, SLOT(hide()));
     connect(m_splash, SIGNAL(finished()), this, SLOT(backupMemAPI()));
@@ -209,7 +211,7 @@ void CMainWindow::about()
 {
     if (m_lockCount >= 1 || m_overlay == nullptr)
         return;
-    m_about = new CAboutView(m_overlay, this, skinPixmap(k_infoImagePath));
+    m_about = new CAboutView(m_overlay, this, largeSkinPixmap(k_infoImagePath));
     m_about->initialize(k_editorName, k_version, k_copyright);
     connect(m_about, SIGNAL(closed()), m_overlay, SLOT(hide()));
     m_about->setAttribute(Qt::WA_DeleteOnClose);
@@ -438,6 +440,6 @@ void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
 void CMainWindow::paintDoubleBuffer(QPainter* painter)
 {
     CFrame::paintDoubleBuffer(painter);
-    const QPixmap foreground = skinPixmap(k_mainWindowImagePath, devicePixelRatioF());
+    const QPixmap foreground = largeSkinPixmap(k_mainWindowImagePath, devicePixelRatioF());
     painter->drawPixmap(QPointF(0, height() - foreground.deviceIndependentSize().height()), foreground);
 }

@@ -4,6 +4,7 @@
 #include "app/CMainWindow.h"
 #include "app/DisplaySetup.h"
 #include "app/common/SkinFonts.h"
+#include "app/common/SkinPixmap.h"
 #include "style/CJXStyle.h"
 
 #include <QIcon>
@@ -11,8 +12,34 @@
 
 #include <optional>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+namespace
+{
+// Blocks as large as a picture of the window go back to the system when they are freed. The C library would raise this
+// limit with the first of them, and keep the memory of all that follow.
+void returnFreedPictures()
+{
+#ifdef __GLIBC__
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+#endif
+}
+
+// Each size is drawn for itself: the small ones are simpler, not scaled.
+QIcon windowIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64})
+        icon.addPixmap(skinPixmap(QStringLiteral(":/icon/ktz-jx-editor-%1.png").arg(size), 1.0));
+    return icon;
+}
+} // namespace
+
 int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion)
 {
+    returnFreedPictures();
     DisplaySetup::prepareEnvironment();
     std::optional<DisplaySetup::CFatalMessageGuard> fatalMessages(std::in_place);
     CApplication application(argc, argv);
@@ -25,7 +52,7 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion)
     // Without a font of the skin its text appears in the desktop's: readable, if not as drawn.
     static_cast<void>(registerSkinFonts());
     QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icon/ktz-jx-editor-64.png")));
+    QApplication::setWindowIcon(windowIcon());
     // The order on the screen: the companion first, so that the editor comes up in front of it.
     const std::unique_ptr<QWidget> companion = makeCompanion ? makeCompanion() : nullptr;
 

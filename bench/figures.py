@@ -27,11 +27,11 @@ def display():
 
 
 def print_header(*names):
-    print("".join(f"{name:>24}" for name in ("",) + names), flush=True)
+    print_row("", *names)
 
 
 def print_row(title, *figures):
-    print(f"{title:>24}" + "".join(f"{figure:>24}" for figure in figures), flush=True)
+    print(f"{title:>30}" + "".join(f"{figure:>24}" for figure in figures), flush=True)
 
 
 def spread(values, unit):

@@ -1,4 +1,4 @@
-// ktz-bench-latency bare|delivery|memory|window|fading MESSAGES
+// ktz-bench-latency bare|delivery|memory|queued|window|fading MESSAGES
 //
 // Receives notice-value messages of another sequencer client, 1,000 a second, and prints the median, the middle half's
 // bounds and the 99th of a hundred of the times, in microseconds, that they took from that client's call to
@@ -6,6 +6,7 @@
 //   bare       a loop of poll() and snd_seq_event_input(), the least that any program does,
 //   delivery   the observer's call on the delivery thread,
 //   memory     the call of a parameter's observer there, with the message decoded and stored,
+//   queued     a queued call to the GUI thread from such a bare loop: the least that any Qt program does,
 //   window     the end of a shown knob's update on the GUI thread, where it asks for repaints; none is needed here,
 //   fading     the same, while the knob's ring follows the values and is repainted 60 times a second.
 //
@@ -83,7 +84,8 @@ void sendAll(const CKnobSource& source, int messages)
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
 }
 
-void receiveBare(const CKnobSource& source, int messages, CTimes* times)
+/// Hands the value of each message over to take.
+void receiveBare(const CKnobSource& source, int messages, const std::function<void(int)>& take)
 {
     snd_seq_t* sequencer = nullptr;
     if (snd_seq_open(&sequencer, "default", SND_SEQ_OPEN_INPUT, SND_SEQ_NONBLOCK) < 0)
@@ -103,7 +105,7 @@ void receiveBare(const CKnobSource& source, int messages, CTimes* times)
         while (snd_seq_event_input(sequencer, &event) >= 0) {
             if (event->type != SND_SEQ_EVENT_SYSEX)
                 continue;
-            times->take(static_cast<const unsigned char*>(event->data.ext.ptr)[9]);
+            take(static_cast<const unsigned char*>(event->data.ext.ptr)[9]);
             --left;
         }
     }
@@ -169,6 +171,37 @@ class CTimedKnob : public CKnobLED
     CTimes* m_times;
 };
 
+/// Runs the event loop of an application with a window while work runs on a thread of its own.
+void runWindow(QApplication* application, QWidget* window, const std::function<void()>& work)
+{
+    window->resize(446, 680);
+    window->show();
+    std::thread worker;
+    QTimer::singleShot(500, application, [&] {
+        worker = std::thread([&] {
+            work();
+            QMetaObject::invokeMethod(application, &QApplication::quit, Qt::QueuedConnection);
+        });
+    });
+    QApplication::exec();
+    worker.join();
+}
+
+void receiveQueued(const CKnobSource& source, int messages, CTimes* times)
+{
+    int argc = 1;
+    std::string name = "ktz-bench-latency";
+    std::array<char*, 2> argv{name.data(), nullptr};
+    QApplication application(argc, argv.data());
+    QWidget window;
+    runWindow(&application, &window, [&] {
+        receiveBare(source, messages, [&](int value) {
+            QMetaObject::invokeMethod(
+                &window, [times, value] { times->take(value); }, Qt::QueuedConnection);
+        });
+    });
+}
+
 void receiveInWindow(const CKnobSource& source, int messages, CTimes* times, int ledType)
 {
     int argc = 1;
@@ -177,24 +210,14 @@ void receiveInWindow(const CKnobSource& source, int messages, CTimes* times, int
     QApplication application(argc, argv.data());
     CMemAPIWrapper memory;
     QWidget window;
-    window.resize(446, 680);
     auto* knob = new CTimedKnob(&window, times);
     knob->setGeometry(23, 58, 87, 87);
     knob->setControllerID(k_knobId);
-    window.show();
     memory.initialize();
     memory.setParam(k_ledTypeCategory, ledType);
     knob->initialize(&memory);
 
-    std::thread sender;
-    QTimer::singleShot(500, &application, [&] {
-        sender = std::thread([&] {
-            sendAll(source, messages);
-            QMetaObject::invokeMethod(&application, &QApplication::quit, Qt::QueuedConnection);
-        });
-    });
-    QApplication::exec();
-    sender.join();
+    runWindow(&application, &window, [&] { sendAll(source, messages); });
     knob->unregisterObserverFromMemAPI();
     knob->initialize(nullptr);
 }
@@ -206,7 +229,11 @@ int main(int argc, char** argv)
     const int messages = argc == 3 ? std::atoi(argv[2]) : 0;
     std::function<void(const CKnobSource&, int, CTimes*)> receive;
     if (mode == "bare")
-        receive = receiveBare;
+        receive = [](const CKnobSource& source, int count, CTimes* times) {
+            receiveBare(source, count, [times](int value) { times->take(value); });
+        };
+    else if (mode == "queued")
+        receive = receiveQueued;
     else if (mode == "delivery")
         receive = receiveOnDeliveryThread;
     else if (mode == "memory")
@@ -216,7 +243,7 @@ int main(int argc, char** argv)
     else if (mode == "fading")
         receive = [](auto&&... all) { receiveInWindow(all..., k_ledAscent); };
     if (!receive || messages < 1) {
-        std::fprintf(stderr, "usage: ktz-bench-latency bare|delivery|memory|window|fading MESSAGES\n");
+        std::fprintf(stderr, "usage: ktz-bench-latency bare|delivery|memory|queued|window|fading MESSAGES\n");
         return 2;
     }
     const CKnobSource source(1);

@@ -13,7 +13,8 @@ MESSAGES = 2000   # two seconds
 build = sys.argv[2]
 rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 10
 program = prepare(build, "ktz-bench-latency") + "/ktz-bench-latency"
-kinds = {"bare": "bare loop", "delivery": "delivery thread", "memory": "decoded, there", "window": "repaint request"}
+kinds = {"bare": "bare loop", "delivery": "delivery thread", "memory": "decoded, there",
+         "queued": "bare loop, queued call", "window": "repaint request", "fading": "while repainting"}
 medians = {kind: [] for kind in kinds}
 with display() as environment:
     for turn in range(rounds + 1):
@@ -30,7 +31,8 @@ print_header("after the sender's call")
 for kind, title in kinds.items():
     print_row(title, spread(medians[kind], "us"))
 ratio = {kind: statistics.median(medians[kind]) / statistics.median(medians["bare"]) for kind in kinds}
-print_row("decoded / bare loop", f"{ratio['memory']:.2f}")
+for kind in ("memory", "queued", "fading"):
+    print_row(f"{kinds[kind]} / bare", f"{ratio[kind]:.2f}")
 verdicts = Verdicts()
 verdicts.at_most("delivery thread / bare loop", ratio["delivery"], 1.75)
 verdicts.at_most("repaint request / bare loop", ratio["window"], 2.9)

@@ -296,6 +296,10 @@ QPixmap CJXStyle::standardPixmap(StandardPixmap pixmap, const QStyleOption* opti
 
 QIcon CJXStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* w) const
 {
+    // A menu bar asks for its overflow arrow while it is made. Ours never overflows, and the first of the toolkit's
+    // icons has it load every image plugin of the system.
+    if (icon == SP_ToolBarHorizontalExtensionButton && isCustomStyle(w))
+        return {};
     return isCustomStyle(w) ? QProxyStyle::standardIcon(icon, option, w)
                             : m_fallbackStyle->standardIcon(icon, option, w);
 }

@@ -91,8 +91,12 @@ void CKnobLED::updateFrames()
     const qreal ratio = qGuiApp->devicePixelRatio();
     if (m_frames.low == low && m_frames.high == high && m_frames.ratio == ratio)
         return;
-    const QPixmap strip = skinPixmap(k_knobPath, ratio);
+    const QPixmap strip = m_frames.ratio == ratio ? m_frames.strip : skinPixmap(k_knobPath, ratio);
     const ImageStrip frames(strip, 1, k_numOfLEDStates);
-    m_frames = {low, high, ratio, strip.copy(frames.source(0, low).toRect()),
+    m_frames = {low,
+                high,
+                ratio,
+                strip,
+                strip.copy(frames.source(0, low).toRect()),
                 strip.copy(frames.source(0, high).toRect()).toImage().convertToFormat(QImage::Format_ARGB32)};
 }

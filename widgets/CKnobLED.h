@@ -56,6 +56,7 @@ class CKnobLED : public QWidget, public CMemAPIProxyWrapper
         int low = -1;
         int high = -1;
         qreal ratio = 0.0;
+        QPixmap strip; ///< shared by all knobs
         QPixmap lowPixmap;
         QImage highImage; ///< ARGB32
     };

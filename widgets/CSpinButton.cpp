@@ -152,6 +152,9 @@ void CSpinButton::stepUp()
 
 bool CSpinButton::event(QEvent* event)
 {
+    // A hidden widget learns its size when it is shown, but its children draw their faces when they are polished.
+    if (event->type() == QEvent::Polish)
+        layoutHalves();
     return !eventDoubleBuffer(event) && QWidget::event(event);
 }
 

@@ -57,11 +57,11 @@ void DoubleBuffer::updateDoubleBufferPixmap()
 {
     if (!m_dirty && fitsWidget())
         return;
-    m_pixmap = QPixmap(deviceSize(*m_widget));
-    m_pixmap.setDevicePixelRatio(m_widget->devicePixelRatioF());
-    m_pixmap.fill(Qt::transparent);
-    if (!m_pixmap.isNull()) {
-        QPainter painter(&m_pixmap);
+    QPixmap face(deviceSize(*m_widget));
+    face.setDevicePixelRatio(m_widget->devicePixelRatioF());
+    face.fill(Qt::transparent);
+    if (!face.isNull()) {
+        QPainter painter(&face);
         const QPalette& palette = m_widget->palette();
         painter.setPen(QPen(palette.brush(m_widget->foregroundRole()), 1));
         painter.setBackground(palette.brush(m_widget->backgroundRole()));
@@ -71,6 +71,8 @@ void DoubleBuffer::updateDoubleBufferPixmap()
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         paintDoubleBuffer(&painter);
     }
+    // What was painted on keeps its paint engine, which outweighs most faces; a copy has none.
+    m_pixmap = face.copy();
     m_dirty = false;
 }
 

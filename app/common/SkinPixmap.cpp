@@ -2,6 +2,8 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QImageReader>
+#include <QPixmapCache>
 
 #include <algorithm>
 #include <cmath>
@@ -9,24 +11,63 @@
 namespace
 {
 constexpr int k_densest = 3;
-}
 
-QPixmap skinPixmap(const QString& path, qreal ratio)
+struct Variant
+{
+    QString path;
+    int density;
+};
+
+Variant variantFor(const QString& path, qreal ratio)
 {
     const auto suffix = path.lastIndexOf(QLatin1Char('.'));
     for (int density = std::min(static_cast<int>(std::ceil(ratio)), k_densest); density > 1; --density) {
         QString densePath = path;
         densePath.insert(suffix, QStringLiteral("@%1x").arg(density));
-        if (QFile::exists(densePath)) {
-            QPixmap pixmap(densePath);
-            pixmap.setDevicePixelRatio(density);
-            return pixmap;
-        }
+        if (QFile::exists(densePath))
+            return {densePath, density};
     }
-    return QPixmap(path);
+    return {path, 1};
+}
+
+QPixmap readPicture(const Variant& variant)
+{
+    QImageReader reader(variant.path, "png");
+    // Otherwise every image plugin of the system is loaded and asked, whatever the format.
+    reader.setAutoDetectImageFormat(false);
+    QPixmap pixmap = QPixmap::fromImage(reader.read());
+    pixmap.setDevicePixelRatio(variant.density);
+    return pixmap;
+}
+
+qreal densestRatio()
+{
+    return qGuiApp->devicePixelRatio();
+}
+} // namespace
+
+QPixmap skinPixmap(const QString& path, qreal ratio)
+{
+    const Variant variant = variantFor(path, ratio);
+    QPixmap pixmap;
+    if (!QPixmapCache::find(variant.path, &pixmap)) {
+        pixmap = readPicture(variant);
+        QPixmapCache::insert(variant.path, pixmap);
+    }
+    return pixmap;
 }
 
 QPixmap skinPixmap(const QString& path)
 {
-    return skinPixmap(path, qGuiApp->devicePixelRatio());
+    return skinPixmap(path, densestRatio());
+}
+
+QPixmap largeSkinPixmap(const QString& path, qreal ratio)
+{
+    return readPicture(variantFor(path, ratio));
+}
+
+QPixmap largeSkinPixmap(const QString& path)
+{
+    return largeSkinPixmap(path, densestRatio());
 }

@@ -71,9 +71,12 @@ QPoint pagePosition(int knob)
 /// The window without its widgets: background and foreground as they lie on each other.
 QImage emptyWindow()
 {
-    QImage window(QStringLiteral(":/images/ktz_back.png"));
+    QImage window(446, 680, QImage::Format_ARGB32);
+    window.fill(Qt::transparent);
     const QImage foreground(QStringLiteral(":/images/ktz_jx_main_window.png"));
-    QPainter(&window).drawImage(0, window.height() - foreground.height(), foreground);
+    QPainter painter(&window);
+    painter.drawImage(0, 0, QImage(QStringLiteral(":/images/ktz_back.png")));
+    painter.drawImage(0, window.height() - foreground.height(), foreground);
     return window;
 }
 
@@ -111,6 +114,7 @@ class TestSkin : public CTestCase
     void initTestCase();
     void pictureHasOneLogicalSizeAtEveryScale_data();
     void pictureHasOneLogicalSizeAtEveryScale();
+    void headAndBodyMakeOnePicture();
     void framesDivideExactly_data();
     void framesDivideExactly();
     void eachRingStateContainsTheOneBelow();
@@ -143,7 +147,7 @@ void TestSkin::pictureHasOneLogicalSizeAtEveryScale_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QSize>("size");
     const QList<std::pair<const char*, QSize>> pictures{
-        {"ktz_back", {446, 680}},           {"ktz_jx_main_window", {446, 640}}, {"ktz_jx_info_view", {421, 580}},
+        {"ktz_back", {446, 48}},            {"ktz_jx_main_window", {446, 640}}, {"ktz_jx_info_view", {421, 580}},
         {"ktz_btn_close", {20, 40}},        {"ktz_btn_minimum", {20, 40}},      {"ktz_btn_pin", {20, 40}},
         {"ktz_btn_close_info", {20, 40}},   {"ktz_jx_knob", {43, 6 * 43}},      {"ktz_jx_led", {60, 4 * 15}},
         {"ktz_spin", {13, 5 * 15}},         {"ktz_led_online", {28, 2 * 12}},   {"ktz_status_bar", {177, 5}},
@@ -163,6 +167,21 @@ void TestSkin::pictureHasOneLogicalSizeAtEveryScale()
             const QImage image(QLatin1String(root) + name + suffix + QStringLiteral(".png"));
             QCOMPARE(image.size(), size * scale);
         }
+    }
+}
+
+void TestSkin::headAndBodyMakeOnePicture()
+{
+    const QImage window = emptyWindow();
+    const QImage head(QStringLiteral(":/images/ktz_back.png"));
+    for (int y = 0; y < window.height(); ++y) {
+        for (int x = 0; x < window.width(); ++x)
+            QCOMPARE(qAlpha(window.pixel(x, y)), 255);
+    }
+    // Where both lie, the one below must not show through where a fractional ratio smooths the upper one's border.
+    for (int y = 40; y < head.height(); ++y) {
+        for (int x = 0; x < head.width(); ++x)
+            QCOMPARE(head.pixelColor(x, y), window.pixelColor(x, y));
     }
 }
 
