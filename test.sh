@@ -4,6 +4,7 @@
 #   ./test.sh                  all tests of the release build, ending in ctest's summary
 #   ./test.sh --preset NAME    the same with another build: dev, asan, tsan, coverage
 #   ./test.sh --system         afterwards the system test: the editor and a USB-MIDI device in a QEMU guest
+#   ./test.sh --references     no tests: makes the reference pictures in tests/skin/references/ anew
 #   ./test.sh --fuzz SECONDS   instead, every fuzz target for so long; inputs that break something stay in build/fuzz/
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -11,6 +12,7 @@ cd "$(dirname "$0")"
 
 preset=release
 system=no
+references=no
 fuzz=""
 while [ $# -gt 0 ]; do
     case "$1" in
@@ -19,12 +21,13 @@ while [ $# -gt 0 ]; do
         shift
         ;;
     --system) system=yes ;;
+    --references) references=yes ;;
     --fuzz)
         fuzz="${2:?--fuzz needs the seconds for each target}"
         shift
         ;;
     *)
-        sed -n '2,7s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,8s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
     esac
@@ -39,6 +42,12 @@ fi
 
 need_packages $packages_build $packages_display $packages_tests
 [ $system = no ] || need_packages $packages_system
+
+if [ $references = yes ]; then
+    build_preset "$preset" ktz_references
+    git status --short tests/skin/references
+    exit
+fi
 
 build_preset "$preset"
 if [ $system = yes ]; then

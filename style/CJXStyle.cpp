@@ -27,6 +27,13 @@ bool isPopupList(const QWidget* w)
 {
     return qobject_cast<const QListView*>(w) != nullptr && w->objectName() == QLatin1String("CPopupListWidget");
 }
+
+/// A line edit of a dialog: it has no panel, and its ground alone shows where to write.
+bool hasOwnGround(const QWidget* w)
+{
+    const auto* edit = qobject_cast<const QLineEdit*>(w);
+    return edit != nullptr && edit->hasFrame();
+}
 } // namespace
 
 CJXStyle::CJXStyle()
@@ -68,14 +75,19 @@ void CJXStyle::polish(QWidget* w)
     QProxyStyle::polish(w);
     if (isPopupTree(w) || isPopupList(w))
         w->setPalette(m_palette);
+    if (hasOwnGround(w))
+        w->setAutoFillBackground(true);
 }
 
 void CJXStyle::unpolish(QWidget* w)
 {
-    if (isCustomStyle(w))
-        QProxyStyle::unpolish(w);
-    else
+    if (!isCustomStyle(w)) {
         m_fallbackStyle->unpolish(w);
+        return;
+    }
+    QProxyStyle::unpolish(w);
+    if (hasOwnGround(w))
+        w->setAutoFillBackground(false);
 }
 
 void CJXStyle::polish(QApplication* application)

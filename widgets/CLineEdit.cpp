@@ -13,6 +13,8 @@
 
 namespace
 {
+constexpr QColor k_selectionColor{55, 55, 55}; ///< as of a selected menu item
+
 // While the field's own menu is open, the field lends its focus and the edit goes on.
 bool isForOwnMenu(const QFocusEvent& event, const QWidget* field)
 {
@@ -23,6 +25,12 @@ bool isForOwnMenu(const QFocusEvent& event, const QWidget* field)
 
 CLineEdit::CLineEdit(QWidget* parent) : QLineEdit(parent)
 {
+    // It lies on the skin, which is light whatever the user's desktop is.
+    QPalette colours = palette();
+    colours.setColor(QPalette::Text, k_defaultTextColor);
+    colours.setColor(QPalette::Highlight, k_selectionColor);
+    colours.setColor(QPalette::HighlightedText, Qt::white);
+    setPalette(colours);
     setFocusPolicy(Qt::ClickFocus);
     setFrame(false);
     connect(this, SIGNAL(editingFinished()), this, SLOT(accept()));

@@ -1,9 +1,26 @@
 #include "app/common/CMessageBox.h"
 #include "app/common/Constants.h"
+#include "app/common/SkinFonts.h"
+#include "app/common/SkinPixmap.h"
 #include "tests/support/CMessageBoxAnswer.h"
 #include "tests/support/CTestCase.h"
 
+#include <QLabel>
 #include <QPushButton>
+
+namespace
+{
+/// Shows a box with one of the editor's texts, calls look(box) while it is open, and closes it.
+template <class Look> void whileOpen(QMessageBox::Icon icon, const QString& text, const Look& look)
+{
+    QTimer::singleShot(0, [&look] {
+        QWidget* box = QApplication::activeModalWidget();
+        look(box);
+        box->close();
+    });
+    CMessageBox::showMessageBox(nullptr, icon, QString(), text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+}
+} // namespace
 
 class TestMessageBox : public CTestCase
 {
@@ -17,6 +34,10 @@ class TestMessageBox : public CTestCase
     void returnAnswersNoWhenNoIsTheDefault();
     void yesAnswersYes();
     void closedBoxIsNoYes();
+    void longestLineStaysWhole();
+    void skinIconTakesThePlaceOfTheDesktops_data();
+    void skinIconTakesThePlaceOfTheDesktops();
+    void buttonsShowTextAlone();
 };
 
 void TestMessageBox::texts_data()
@@ -111,6 +132,56 @@ void TestMessageBox::closedBoxIsNoYes()
     QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
     QVERIFY(CMessageBox::question(nullptr, QString(), k_resetMessage, QMessageBox::Yes | QMessageBox::No,
                                   QMessageBox::Yes) != QMessageBox::Yes);
+}
+
+void TestMessageBox::longestLineStaysWhole()
+{
+    Q_INIT_RESOURCE(common_images);
+    QVERIFY(registerSkinFonts());
+    const QFont desktopFont = QApplication::font();
+    QFont font(k_fontGLT10Bold); // in which the line is longer than a box is by itself
+    font.setPixelSize(12);
+    QApplication::setFont(font);
+    QRect label;
+    whileOpen(QMessageBox::Warning, k_connectionErrorMessage, [&](const QWidget* box) {
+        label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->geometry();
+    });
+    QApplication::setFont(desktopFont);
+    const QSize text = QFontMetrics(font).size(0, k_connectionErrorMessage);
+    QVERIFY(text.width() > 500);
+    QVERIFY(label.width() >= text.width());
+    QVERIFY(label.height() < text.height() * 3 / 2); // two lines, not three
+}
+
+void TestMessageBox::skinIconTakesThePlaceOfTheDesktops_data()
+{
+    QTest::addColumn<QMessageBox::Icon>("icon");
+    QTest::addColumn<QString>("picture");
+    QTest::newRow("question") << QMessageBox::Question << ":/images/ktz_box_question.png";
+    QTest::newRow("warning") << QMessageBox::Warning << ":/images/ktz_box_warning.png";
+}
+
+void TestMessageBox::skinIconTakesThePlaceOfTheDesktops()
+{
+    QFETCH(QMessageBox::Icon, icon);
+    QFETCH(QString, picture);
+    const QImage expected = skinPixmap(picture).toImage();
+    QVERIFY(!expected.isNull());
+    QImage shown;
+    whileOpen(icon, k_saveError, [&](const QWidget* box) {
+        shown = box->findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))->pixmap().toImage();
+    });
+    QCOMPARE(shown, expected);
+}
+
+void TestMessageBox::buttonsShowTextAlone()
+{
+    whileOpen(QMessageBox::Question, k_checkSave, [](const QWidget* box) {
+        const auto buttons = box->findChildren<QPushButton*>();
+        QCOMPARE(buttons.size(), 2);
+        for (const QPushButton* button : buttons)
+            QVERIFY(button->icon().isNull());
+    });
 }
 
 QTEST_MAIN(TestMessageBox)

@@ -67,6 +67,7 @@ class TestJXStyle : public CTestCase
     void paletteGroup();
     void popupViewsGetThePaletteAndOtherWidgetsKeepTheirs_data();
     void popupViewsGetThePaletteAndOtherWidgetsKeepTheirs();
+    void lineEditWithAFrameShowsItsGround();
 
     void pixelMetric_data();
     void pixelMetric();
@@ -400,6 +401,19 @@ void TestJXStyle::popupViewsGetThePaletteAndOtherWidgetsKeepTheirs()
     QCOMPARE(widget->palette() != before, ours);
     QCOMPARE(widget->testAttribute(Qt::WA_SetPalette), ours);
     m_style->unpolish(widget.get());
+}
+
+void TestJXStyle::lineEditWithAFrameShowsItsGround()
+{
+    QLineEdit framed;
+    QLineEdit frameless;
+    frameless.setFrame(false);
+    m_style->polish(&framed);
+    m_style->polish(&frameless);
+    QVERIFY(framed.autoFillBackground());
+    QVERIFY(!frameless.autoFillBackground());
+    m_style->unpolish(&framed);
+    QVERIFY(!framed.autoFillBackground());
 }
 
 void TestJXStyle::pixelMetric_data()

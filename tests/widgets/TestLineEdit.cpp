@@ -85,6 +85,7 @@ class TestLineEdit : public CTestCase
 
   private slots:
     void startsWithTheDefaults();
+    void coloursAreTheSkinsOnADarkDesktop();
     void propertiesAreInOrder();
     void focusStartsAnEditOnce();
     void returnAccepts();
@@ -121,6 +122,22 @@ void TestLineEdit::startsWithTheDefaults()
     QVERIFY(edit.validator() == nullptr);
     QVERIFY(!edit.endTrim());
     QCOMPARE(edit.controllerID(), 0);
+}
+
+void TestLineEdit::coloursAreTheSkinsOnADarkDesktop()
+{
+    const QPalette desktop = QApplication::palette();
+    QPalette dark = desktop;
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::Highlight, QPalette::HighlightedText})
+        dark.setColor(role, Qt::lightGray);
+    QApplication::setPalette(dark);
+    CLineEdit edit(nullptr);
+    edit.ensurePolished();
+    const QPalette colours = edit.palette();
+    QApplication::setPalette(desktop);
+    QCOMPARE(colours.color(QPalette::Text), QColor(Qt::black));
+    QCOMPARE(colours.color(QPalette::Highlight), QColor(55, 55, 55));
+    QCOMPARE(colours.color(QPalette::HighlightedText), QColor(Qt::white));
 }
 
 void TestLineEdit::propertiesAreInOrder()

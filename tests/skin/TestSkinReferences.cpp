@@ -1,0 +1,79 @@
+#include "tests/skin/CSkinScenes.h"
+#include "tests/skin/PictureDifference.h"
+#include "tests/support/CTestCase.h"
+
+#include <QDir>
+
+namespace
+{
+QString fileName(const QString& scene)
+{
+    return QStringLiteral("%1@%2x.png").arg(scene).arg(qGuiApp->devicePixelRatio());
+}
+
+/// Channels in steps of 16, with which a picture has few enough colours to be stored as a palette.
+QImage inSteps(QImage picture)
+{
+    const auto step = [](int channel) { return std::min(255, (channel + 8) / 16 * 16); };
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QRgb pixel = picture.pixel(x, y);
+            picture.setPixel(x, y, qRgb(step(qRed(pixel)), step(qGreen(pixel)), step(qBlue(pixel))));
+        }
+    }
+    return picture.convertToFormat(QImage::Format_Indexed8);
+}
+} // namespace
+
+/// Pictures of the editor against those in references/, which `./test.sh --references` makes anew.
+class TestSkinReferences : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void sceneLooksAsItDid_data();
+    void sceneLooksAsItDid();
+};
+
+void TestSkinReferences::sceneLooksAsItDid_data()
+{
+    QTest::addColumn<QString>("scene");
+    for (const QString& scene : CSkinScenes::names())
+        QTest::newRow(qPrintable(scene)) << scene;
+}
+
+void TestSkinReferences::sceneLooksAsItDid()
+{
+    QFETCH(QString, scene);
+    const QImage actual = CSkinScenes::take(scene);
+    const QImage expected(QStringLiteral(KTZ_REFERENCES "/") + fileName(scene));
+    const PictureDifference difference(actual, expected);
+    if (difference.isSmall())
+        return;
+
+    QDir folder(QCoreApplication::applicationDirPath());
+    QVERIFY(folder.mkpath(QStringLiteral("differences")) && folder.cd(QStringLiteral("differences")));
+    const QString actualPath = folder.filePath(QStringLiteral("actual-") + fileName(scene));
+    const QString markedPath = folder.filePath(QStringLiteral("marked-") + fileName(scene));
+    QVERIFY(actual.save(actualPath) && difference.marked.save(markedPath));
+    QFAIL(qPrintable(QStringLiteral("%1 pixels differ, %2 may; see\n%3\n%4")
+                         .arg(difference.sameSize ? QString::number(difference.pixels) : QStringLiteral("all"))
+                         .arg(difference.allowed)
+                         .arg(actualPath, markedPath)));
+}
+
+int main(int argc, char** argv)
+{
+    CSkinScenes::prepareProcess();
+    QApplication application(argc, argv);
+    if (argc == 2 && argv[1] == QByteArray("--make")) {
+        for (const QString& scene : CSkinScenes::names()) {
+            if (!inSteps(CSkinScenes::take(scene)).save(QStringLiteral(KTZ_REFERENCES "/") + fileName(scene)))
+                return 1;
+        }
+        return 0;
+    }
+    TestSkinReferences test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "TestSkinReferences.moc"
