@@ -6,6 +6,7 @@
 #   ./test.sh --system         afterwards the system test: the editor and a USB-MIDI device in a QEMU guest
 #   ./test.sh --references     no tests: makes the reference pictures in tests/skin/references/ anew
 #   ./test.sh --fuzz SECONDS   instead, every fuzz target for so long; inputs that break something stay in build/fuzz/
+#   ./test.sh --soak MINUTES [SEED]   instead, editor and device under random edits, turns, files and faults
 set -euo pipefail
 cd "$(dirname "$0")"
 . packaging/setup.sh
@@ -14,6 +15,8 @@ preset=release
 system=no
 references=no
 fuzz=""
+soak=""
+seed=$RANDOM
 while [ $# -gt 0 ]; do
     case "$1" in
     --preset)
@@ -26,8 +29,16 @@ while [ $# -gt 0 ]; do
         fuzz="${2:?--fuzz needs the seconds for each target}"
         shift
         ;;
+    --soak)
+        soak="${2:?--soak needs the minutes}"
+        shift
+        if [[ ${2:-} =~ ^[0-9]+$ ]]; then
+            seed=$2
+            shift
+        fi
+        ;;
     *)
-        sed -n '2,8s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,9s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
     esac
@@ -47,6 +58,11 @@ if [ $references = yes ]; then
     build_preset "$preset" ktz_references
     git status --short tests/skin/references
     exit
+fi
+
+if [ -n "$soak" ]; then
+    build_preset "$preset" test_soak
+    exec tests/support/with-display "build/$preset/tests/soak/test_soak" --minutes "$soak" --seed "$seed"
 fi
 
 build_preset "$preset"

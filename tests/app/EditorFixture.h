@@ -3,6 +3,7 @@
 #include "app/CMainWindow.h"
 #include "app/common/Constants.h"
 #include "app/common/SkinFonts.h"
+#include "device/DeviceParams.h"
 #include "style/CJXStyle.h"
 #include "style/COnlineMark.h"
 #include "style/CSplashView.h"
@@ -10,6 +11,7 @@
 #include "widgets/CControlView.h"
 #include "widgets/CKnobLED.h"
 #include "widgets/CSlideEditor.h"
+#include "widgets/KnobLEDIndex.h"
 
 #include <QAbstractSlider>
 #include <QAction>
@@ -46,7 +48,7 @@ struct EditorFixture : SimulatedDeviceFixture
     void finishSplash() const
     {
         if (device.isPlugged())
-            QTRY_VERIFY(knobLED(7)->getAlpha() > 0);
+            QTRY_COMPARE(knobLED(7)->getImageIndexByType(k_ledAscent), k_numOfLEDStates - 1);
         QPointer<CSplashView> splash = window->findChild<CSplashView*>();
         QVERIFY(splash);
         for (int tick = 0; tick < 118; ++tick)

@@ -1,10 +1,9 @@
 #include "tests/app/EditorFixture.h"
+#include "tests/support/CFileDialogAnswer.h"
 #include "tests/support/CMessageBoxAnswer.h"
 #include "tests/support/CTestCase.h"
 
 #include <QClipboard>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QTemporaryDir>
@@ -20,30 +19,6 @@ QStringList changes(const EditorFixture& fixture)
     found.removeAll(k_keep);
     return found;
 }
-
-/// Types a path into the file dialog that comes next, and accepts it.
-class CFileDialogAnswer : public QObject
-{
-  public:
-    explicit CFileDialogAnswer(const QString& path) : m_path(path)
-    {
-        startTimer(5);
-    }
-
-  protected:
-    void timerEvent(QTimerEvent* /*e*/) override
-    {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr)
-            return;
-        auto* name = dialog->findChild<QLineEdit*>();
-        name->setText(m_path);
-        QTest::keyClick(name, Qt::Key_Return);
-    }
-
-  private:
-    QString m_path;
-};
 
 /// A settings file in which every knob has other settings than the factory preset.
 QString settingsFile(const QTemporaryDir& folder)
@@ -70,6 +45,7 @@ class TestCommands : public CTestCase
 
   private slots:
     void openSendsEightMessagesAndShowsTheSettings();
+    void openHoldsValuesWithinTheirRanges();
     void failedOpenSendsNothing();
     void argumentFileIsOpenedOnlyAfterTheSplash();
     void openRequestAsksAboutUnsavedChanges();
@@ -98,7 +74,7 @@ void TestCommands::openSendsEightMessagesAndShowsTheSettings()
     fixture.startWhole();
     fixture.waitUntilConnected();
     fixture.forgetSent();
-    CFileDialogAnswer answer(settingsFile(folder));
+    CFileDialogAnswer answer({settingsFile(folder)});
     fixture.action(k_openString)->trigger();
     QStringList expected;
     for (int knob = 0; knob < 8; ++knob) {
@@ -116,6 +92,34 @@ void TestCommands::openSendsEightMessagesAndShowsTheSettings()
         QCOMPARE(fixture.editor(1500 + knob)->getValue(), 3);
         QCOMPARE(fixture.device.settings(knob).min, 10 + knob);
     }
+}
+
+void TestCommands::openHoldsValuesWithinTheirRanges()
+{
+    const QTemporaryDir folder;
+    const QString path = settingsFile(folder);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    const QByteArray bytes = file.readAll()
+                                 .replace("key1102>22", "key1102>247") // would end a message in its middle
+                                 .replace("key1202>2", "key1202>16")
+                                 .replace("key1302>102", "key1302>300") // what the editor shows already, once held
+                                 .replace("key1402>12", "key1402>-5")
+                                 .replace("key1502>3", "key1502>99999999999");
+    QVERIFY(file.resize(0) && file.seek(0) && file.write(bytes) == bytes.size());
+    file.close();
+
+    EditorFixture fixture;
+    fixture.plug();
+    fixture.startWhole();
+    fixture.waitUntilConnected();
+    fixture.forgetSent();
+    CFileDialogAnswer answer({path});
+    fixture.action(k_openString)->trigger();
+    QCOMPARE(changes(fixture).size(), 8);
+    QCOMPARE(changes(fixture).at(2), QStringLiteral("f043103e18050203027f0f7f0000f7"));
+    QCOMPARE(fixture.editor(1102)->getValue(), 127);
+    QCOMPARE(fixture.editor(1402)->getValue(), 0);
 }
 
 void TestCommands::failedOpenSendsNothing()
@@ -174,7 +178,7 @@ void TestCommands::saveWritesWhatTheDeviceHolds()
     fixture.waitUntilConnected();
     QTRY_COMPARE(fixture.editor(1106)->getValue(), 1);
     const QString path = folder.filePath(QStringLiteral("saved.CJX"));
-    CFileDialogAnswer answer(path);
+    CFileDialogAnswer answer({path});
     fixture.action(k_saveAsString)->trigger();
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -192,7 +196,7 @@ void TestCommands::savedSettingsComeBack()
     fixture.editor(1102)->setValue(42);
     const QString path = folder.filePath(QStringLiteral("typed-without-suffix"));
     {
-        CFileDialogAnswer answer(path);
+        CFileDialogAnswer answer({path});
         fixture.action(k_saveAsString)->trigger();
     }
     QVERIFY(QFile::exists(path + QStringLiteral(".CJX")));

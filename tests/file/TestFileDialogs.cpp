@@ -1,7 +1,7 @@
 #include "app/common/Constants.h"
 #include "file/CFileWrapper.h"
-#include "tests/file/CFileDialogAnswer.h"
 #include "tests/file/SettingsFixture.h"
+#include "tests/support/CFileDialogAnswer.h"
 #include "tests/support/CMessageBoxAnswer.h"
 #include "tests/support/CTestCase.h"
 

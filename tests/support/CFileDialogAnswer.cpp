@@ -1,4 +1,4 @@
-#include "tests/file/CFileDialogAnswer.h"
+#include "tests/support/CFileDialogAnswer.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
