@@ -31,6 +31,7 @@ constexpr std::array<Knob, 8> k_mixedKnobs{{
     {{91, 3, 96, 35, 1}, 100},
     {{93, 0, 127, 0, 0}, 127},
 }};
+
 struct Scene
 {
     QString name;

@@ -20,7 +20,7 @@ class CSkinScenes : public EditorFixture
     /// Before the application object: nothing of the user's desktop (theme, icons, dark colours) gets into a picture.
     static void prepareProcess();
 
-    /// A font of the skin for what is otherwise written in the desktop's font, of which no machine has the same.
+    /// A font of the skin, for what is otherwise written in the desktop's font, which is another on every machine.
     [[nodiscard]] static QFont dialogFont();
 
     /// The scenes of which there are reference pictures.
