@@ -39,12 +39,12 @@ constexpr std::array<QRect, k_numOfKnobs> k_ControlViewRect{
 constexpr QRect k_viewRect(12, 45, 421, 580);
 constexpr QPoint k_onlineMarkPos(403, 6);
 
-const QString k_backImagePath = QStringLiteral(":/images/ktz_back.png");
-const QString k_closeButtonImagePath = QStringLiteral(":/images/ktz_btn_close.png");
-const QString k_minimumButtonImagePath = QStringLiteral(":/images/ktz_btn_minimum.png");
-const QString k_pinButtonImagePath = QStringLiteral(":/images/ktz_btn_pin.png");
-const QString k_mainWindowImagePath = QStringLiteral(":images/ktz_jx_main_window.png");
-const QString k_infoImagePath = QStringLiteral(":images/ktz_jx_info_view.png");
+constexpr char k_backImagePath[] = ":/images/ktz_back.png";
+constexpr char k_closeButtonImagePath[] = ":/images/ktz_btn_close.png";
+constexpr char k_minimumButtonImagePath[] = ":/images/ktz_btn_minimum.png";
+constexpr char k_pinButtonImagePath[] = ":/images/ktz_btn_pin.png";
+constexpr char k_mainWindowImagePath[] = ":images/ktz_jx_main_window.png";
+constexpr char k_infoImagePath[] = ":images/ktz_jx_info_view.png";
 
 QList<QRect> screenAreas()
 {
@@ -89,9 +89,11 @@ void CMainWindow::initialize()
     flags &= ~(Qt::WindowTitleHint | Qt::WindowMaximizeButtonHint);
     setWindowFlags(flags | Qt::FramelessWindowHint);
 
+    // The skin covers the whole window.
+    setAttribute(Qt::WA_OpaquePaintEvent);
     m_form = std::make_unique<Ui_MainWindow>();
     m_form->setupUi(this);
-    setBackgroundPixmap(skinPixmap(k_backImagePath));
+    setBackgroundPixmap(largeSkinPixmap(k_backImagePath));
     m_form->closeWindowBtn->setCombinedImage(skinPixmap(k_closeButtonImagePath));
     m_form->minimizeWindowBtn->setCombinedImage(skinPixmap(k_minimumButtonImagePath));
     m_form->holdWindowInFrontBtn->setCombinedImage(skinPixmap(k_pinButtonImagePath));
@@ -144,8 +146,7 @@ void CMainWindow::createControlViews()
 
 void CMainWindow::initializeSubController(QWidget* widget)
 {
-    const QObjectList children = widget->children();
-    for (QObject* child : children) {
+    for (QObject* child : widget->children()) {
         if (auto* proxy = dynamic_cast<CMemAPIProxy*>(child)) {
             proxy->initialize(m_memory.get());
             proxy->setPortName(k_jxEditorPortName);
@@ -157,8 +158,7 @@ void CMainWindow::initializeSubController(QWidget* widget)
 
 void CMainWindow::releaseSubController(QWidget* widget)
 {
-    const QObjectList children = widget->children();
-    for (QObject* child : children) {
+    for (QObject* child : widget->children()) {
         if (auto* proxy = dynamic_cast<CMemAPIProxy*>(child)) {
             proxy->unregisterObserverFromMemAPI();
             proxy->initialize(nullptr);

@@ -9,6 +9,7 @@
 
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QPropertyAnimation>
 
 #include <algorithm>
@@ -16,7 +17,20 @@
 namespace
 {
 constexpr int k_fadeTime = 200; // ms
+
+/// One state of the ring, cut out of the strip and shared by all knobs.
+QPixmap ledFrame(int index, qreal ratio)
+{
+    const QString key = QStringLiteral("%1 %2 %3").arg(k_knobPath).arg(index).arg(ratio);
+    QPixmap frame;
+    if (!QPixmapCache::find(key, &frame)) {
+        const QPixmap strip = skinPixmap(k_knobPath, ratio);
+        frame = strip.copy(ImageStrip(strip, 1, k_numOfLEDStates).source(0, index).toRect());
+        QPixmapCache::insert(key, frame);
+    }
+    return frame;
 }
+} // namespace
 
 CKnobLED::CKnobLED(QWidget* parent)
     : QWidget(parent), m_fadeAnimation(new QPropertyAnimation(this, QByteArrayLiteral("alpha"), this))
@@ -78,25 +92,11 @@ void CKnobLED::mousePressEvent(QMouseEvent* event)
 
 void CKnobLED::paintEvent(QPaintEvent*)
 {
-    updateFrames();
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(k_ledRect, m_frames.lowPixmap);
-    painter.drawImage(k_ledRect, fadedImage(m_frames.highImage, m_alpha));
-}
-
-void CKnobLED::updateFrames()
-{
     const auto [low, high] = std::minmax(m_previousIndex, m_currentIndex);
     const qreal ratio = qGuiApp->devicePixelRatio();
-    if (m_frames.low == low && m_frames.high == high && m_frames.ratio == ratio)
-        return;
-    const QPixmap strip = m_frames.ratio == ratio ? m_frames.strip : skinPixmap(k_knobPath, ratio);
-    const ImageStrip frames(strip, 1, k_numOfLEDStates);
-    m_frames = {low,
-                high,
-                ratio,
-                strip,
-                strip.copy(frames.source(0, low).toRect()),
-                strip.copy(frames.source(0, high).toRect()).toImage().convertToFormat(QImage::Format_ARGB32)};
+    painter.drawPixmap(k_ledRect, ledFrame(low, ratio));
+    painter.drawImage(k_ledRect,
+                      fadedImage(ledFrame(high, ratio).toImage().convertToFormat(QImage::Format_ARGB32), m_alpha));
 }

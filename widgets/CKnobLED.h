@@ -3,7 +3,6 @@
 #include "device/CMemAPIProxyWrapper.h"
 #include "widgets/CFrameGate.h"
 
-#include <QPixmap>
 #include <QVariant>
 #include <QWidget>
 
@@ -50,24 +49,10 @@ class CKnobLED : public QWidget, public CMemAPIProxyWrapper
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    /// The two frames of a fade, cut out of the strip when the states or the screen's density change.
-    struct Frames
-    {
-        int low = -1;
-        int high = -1;
-        qreal ratio = 0.0;
-        QPixmap strip; ///< shared by all knobs
-        QPixmap lowPixmap;
-        QImage highImage; ///< ARGB32
-    };
-
-    void updateFrames();
-
     int m_knobValue = 0;
     QPropertyAnimation* m_fadeAnimation; ///< child
     int m_alpha = 0;
     int m_previousIndex = 0;
     int m_currentIndex = 0;
-    Frames m_frames;
     CFrameGate m_frameGate{this};
 };

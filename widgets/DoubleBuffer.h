@@ -36,6 +36,7 @@ class DoubleBuffer
 
   protected:
     /// Draws the whole face: logical pixels, transparent background, the widget's font and pen, text not smoothed.
+    /// That of a widget with Qt::WA_OpaquePaintEvent leaves nothing transparent.
     virtual void paintDoubleBuffer(QPainter* painter) = 0;
 
   private:

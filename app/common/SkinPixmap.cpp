@@ -30,14 +30,14 @@ Variant variantFor(const QString& path, qreal ratio)
     return {path, 1};
 }
 
-QPixmap readPicture(const Variant& variant)
+QImage readPicture(const Variant& variant)
 {
     QImageReader reader(variant.path, "png");
     // Otherwise every image plugin of the system is loaded and asked, whatever the format.
     reader.setAutoDetectImageFormat(false);
-    QPixmap pixmap = QPixmap::fromImage(reader.read());
-    pixmap.setDevicePixelRatio(variant.density);
-    return pixmap;
+    QImage picture = reader.read();
+    picture.setDevicePixelRatio(variant.density);
+    return picture;
 }
 
 qreal densestRatio()
@@ -51,7 +51,7 @@ QPixmap skinPixmap(const QString& path, qreal ratio)
     const Variant variant = variantFor(path, ratio);
     QPixmap pixmap;
     if (!QPixmapCache::find(variant.path, &pixmap)) {
-        pixmap = readPicture(variant);
+        pixmap = QPixmap::fromImage(readPicture(variant));
         QPixmapCache::insert(variant.path, pixmap);
     }
     return pixmap;
@@ -64,7 +64,11 @@ QPixmap skinPixmap(const QString& path)
 
 QPixmap largeSkinPixmap(const QString& path, qreal ratio)
 {
-    return readPicture(variantFor(path, ratio));
+    QImage picture = readPicture(variantFor(path, ratio));
+    // Three bytes a pixel instead of four: a quarter of a megabyte less.
+    if (!picture.hasAlphaChannel())
+        picture.convertTo(QImage::Format_RGB888);
+    return QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion);
 }
 
 QPixmap largeSkinPixmap(const QString& path)

@@ -99,6 +99,7 @@ class TestDoubleBuffer : public CTestCase
     void emptyWidgetDrawsNothing();
     void painterStartsAsTheWidgetWithoutSmoothText();
     void backgroundIsTransparent();
+    void faceThatHidesAllIsShownAsItIsDrawn();
     void uncoveredPartIsPaintedInPlace();
 };
 
@@ -261,6 +262,23 @@ void TestDoubleBuffer::backgroundIsTransparent()
     CHalves widget(&parent);
     widget.m_transparent = true;
     QCOMPARE(shownColor(parent, QPoint(5, 5)), QColor(Qt::green));
+    QCOMPARE(widget.m_drawn, 1);
+}
+
+void TestDoubleBuffer::faceThatHidesAllIsShownAsItIsDrawn()
+{
+    CHalves widget;
+    widget.setAttribute(Qt::WA_OpaquePaintEvent);
+    widget.resize(21, 9); // rows that do not end on a whole word
+    widget.m_screenRatio = 2;
+    const QImage shown = widget.grab().toImage();
+    QCOMPARE(shown.size(), QSize(42, 18));
+    for (const int y : {0, 7, 17}) {
+        QCOMPARE(shown.pixelColor(0, y), QColor(Qt::blue));
+        QCOMPARE(shown.pixelColor(19, y), QColor(Qt::blue));
+        QCOMPARE(shown.pixelColor(20, y), QColor(Qt::red));
+        QCOMPARE(shown.pixelColor(41, y), QColor(Qt::red));
+    }
     QCOMPARE(widget.m_drawn, 1);
 }
 
