@@ -6,6 +6,7 @@
 #   ./test.sh --system         afterwards the system test: the editor and a USB-MIDI device in a QEMU guest
 #   ./test.sh --references     no tests: makes the reference pictures in tests/skin/references/ anew
 #   ./test.sh --fuzz SECONDS   instead, every fuzz target for so long; inputs that break something stay in build/fuzz/
+#   ./test.sh --analysis       instead, clang-tidy, clazy and cppcheck over the sources; a finding is an error
 #   ./test.sh --soak MINUTES [SEED]   instead, editor and device under random edits, turns, files and faults
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -14,6 +15,7 @@ cd "$(dirname "$0")"
 preset=release
 system=no
 references=no
+analysis=no
 fuzz=""
 soak=""
 seed=$RANDOM
@@ -25,6 +27,7 @@ while [ $# -gt 0 ]; do
         ;;
     --system) system=yes ;;
     --references) references=yes ;;
+    --analysis) analysis=yes ;;
     --fuzz)
         fuzz="${2:?--fuzz needs the seconds for each target}"
         shift
@@ -38,12 +41,18 @@ while [ $# -gt 0 ]; do
         fi
         ;;
     *)
-        sed -n '2,9s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,10s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
     esac
     shift
 done
+
+if [ $analysis = yes ]; then
+    need_packages $packages_build $packages_analysis
+    build_preset analysis
+    exec ctest --preset analysis
+fi
 
 if [ -n "$fuzz" ]; then
     need_packages $packages_build $packages_fuzz

@@ -23,7 +23,7 @@ namespace
 void returnFreedPictures()
 {
 #ifdef __GLIBC__
-    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
 #endif
 }
 
@@ -54,7 +54,7 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion)
     QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     QApplication::setWindowIcon(windowIcon());
     // The order on the screen: the companion first, so that the editor comes up in front of it.
-    const std::unique_ptr<QWidget> companion = makeCompanion ? makeCompanion() : nullptr;
+    [[maybe_unused]] const std::unique_ptr<QWidget> companion = makeCompanion ? makeCompanion() : nullptr;
 
     int result = 0;
     {

@@ -60,6 +60,9 @@ function(ktz_run name)
         LABELS "${labels}" ENVIRONMENT "${ARG_ENVIRONMENT}" TIMEOUT 300)
 endfunction()
 
+# What the tests with the labels core and threads run: a build with ThreadSanitizer needs nothing else.
+add_custom_target(threading_tests)
+
 # ktz_test(name SOURCES file... USES library... [GUI] [LABELS label...]): a Qt Test program, run by ctest.
 function(ktz_test name)
     cmake_parse_arguments(ARG "GUI" "" "SOURCES;USES;LABELS" ${ARGN})
@@ -67,6 +70,9 @@ function(ktz_test name)
     target_link_libraries(${name} PRIVATE ktz_options ktz_test_support ${ARG_USES} Qt6::Test)
     if(ARG_GUI)
         set(gui GUI)
+    endif()
+    if(NOT ARG_GUI OR threads IN_LIST ARG_LABELS)
+        add_dependencies(threading_tests ${name})
     endif()
     ktz_run(${name} COMMAND $<TARGET_FILE:${name}> ${gui} LABELS ${ARG_LABELS})
 endfunction()

@@ -3,7 +3,6 @@
 namespace
 {
 constexpr unsigned char k_sysExBegin = 0xF0;
-constexpr unsigned char k_sysExEnd = 0xF7;
 } // namespace
 
 int CMessageManager::getMessageLen(int type) const

@@ -15,6 +15,9 @@ enum MessageType : int
     k_requestAllParamMessage = 5, ///< sent only
 };
 
+/// The last byte of every message.
+constexpr unsigned char k_sysExEnd = 0xF7;
+
 /// Device-independent half of the codec: dispatches by type and cuts incoming bytes into SysEx messages.
 ///
 /// Buffers  the creators fill a caller's buffer; *len is its size on entry and the message's length on success.

@@ -15,10 +15,10 @@ class CDocumentGuard
     [[nodiscard]] static bool accepts(QStringView document);
 
     // A file of ours has 2 KB, 101 tags, 4 levels and 1 attribute.
-    static constexpr qint64 k_sizeLimit = 1024 * 1024; ///< bytes of a file; checked by who reads it
-    static constexpr int k_tagLimit = 2000;            ///< tags, comments and instructions
-    static constexpr int k_depthLimit = 32;            ///< elements within elements
-    static constexpr int k_attributeLimit = 100;       ///< in the whole document
+    static constexpr qint64 k_sizeLimit = qint64{1024} * 1024; ///< bytes of a file; checked by who reads it
+    static constexpr int k_tagLimit = 2000;                    ///< tags, comments and instructions
+    static constexpr int k_depthLimit = 32;                    ///< elements within elements
+    static constexpr int k_attributeLimit = 100;               ///< in the whole document
 
   private:
     explicit CDocumentGuard(QStringView document);

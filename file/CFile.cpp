@@ -105,7 +105,7 @@ QString CFile::setParamToElement(const ParamList& list, QDomDocument* document, 
     for (auto it = list.cbegin(); it != list.cend(); ++it) {
         QDomElement element = document->createElement(k_baseTagName + it.key());
         if (it.value().typeId() == QMetaType::QVariantMap) {
-            const QString error = setParamToElement(it.value().toMap(), document, &element);
+            QString error = setParamToElement(it.value().toMap(), document, &element);
             if (!error.isEmpty())
                 return error;
         } else {

@@ -20,7 +20,7 @@ QString CFileWrapper::createData(QDomDocument* document)
         return k_saveError;
     QDomElement root = document->createElement(k_paramTag);
     root.setAttribute(k_attributeVersion, k_fileVersion);
-    const QString error = addControlViewElementToDoc(document, &root);
+    QString error = addControlViewElementToDoc(document, &root);
     document->appendChild(root);
     return error;
 }
@@ -41,7 +41,7 @@ QString CFileWrapper::addControlViewElementToDoc(QDomDocument* document, QDomEle
         return k_saveError;
     QDomElement controlView = document->createElement(k_controlViewTag);
     // A knob that has no settings would be an empty element, with which the file could not be read again.
-    const QString error = setParamToElement(settingsOnly(m_memory->getParamList()), document, &controlView);
+    QString error = setParamToElement(settingsOnly(m_memory->getParamList()), document, &controlView);
     parent->appendChild(controlView);
     return error;
 }
@@ -51,7 +51,7 @@ QString CFileWrapper::parseControlViewElement(const QDomElement& root) const
     if (m_memory == nullptr)
         return k_openError;
     QVariant value;
-    const QString error = getParamFromElement(root.firstChildElement(k_controlViewTag), &value);
+    QString error = getParamFromElement(root.firstChildElement(k_controlViewTag), &value);
     // A key that is no setting would shift every list that is moved by position, and a value out of its range would be
     // sent to the device, cut to a byte that can even end the message.
     m_memory->setParamList(settingsOnly(value.toMap()));

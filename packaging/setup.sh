@@ -5,6 +5,7 @@ packages_display="xvfb xauth openbox xdotool imagemagick x11-utils x11-apps"
 packages_tests="gdb"
 packages_system="qemu-system-x86 busybox-static cpio kmod alsa-utils"
 packages_checks="clang-format"
+packages_analysis="clang-tidy clazy cppcheck"
 packages_fuzz="clang libclang-rt-dev llvm"
 
 # need_packages LIST...: every package named in the lists is there afterwards, or the script ends with a clear line.

@@ -41,7 +41,7 @@ struct SettingName
 {
     const char* name;
     int KnobSettings::*setting;
-    int last;
+    int last; // cppcheck-suppress unusedStructMember ; parseSet() reads it
 };
 
 constexpr std::array<SettingName, 5> k_settings = {{

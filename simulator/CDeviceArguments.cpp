@@ -5,7 +5,7 @@
 
 namespace
 {
-CDeviceArguments::Result failure(const QString& error)
+CDeviceArguments::Result refusal(const QString& error)
 {
     return {{}, error};
 }
@@ -24,15 +24,15 @@ CDeviceArguments::Result CDeviceArguments::parse(const QList<QByteArray>& argume
             result.arguments.keepRunning = true;
         } else if (*argument == "--raw") {
             if (++argument == arguments.end() || !argument->startsWith("hw:"))
-                return failure(QStringLiteral("--raw needs a raw MIDI device, such as hw:0,0,2"));
+                return refusal(QStringLiteral("--raw needs a raw MIDI device, such as hw:0,0,2"));
             result.arguments.port = DeviceArguments::Port::Raw;
             result.arguments.rawName = *argument;
         } else {
-            return failure(QStringLiteral("unknown argument \"%1\"; --help lists them").arg(printableText(*argument)));
+            return refusal(QStringLiteral("unknown argument \"%1\"; --help lists them").arg(printableText(*argument)));
         }
     }
     if (alsa && result.arguments.port == DeviceArguments::Port::Raw)
-        return failure(QStringLiteral("--alsa and --raw exclude each other"));
+        return refusal(QStringLiteral("--alsa and --raw exclude each other"));
     return result;
 }
 

@@ -6,21 +6,20 @@ namespace DeviceMessages
 {
 namespace
 {
-const QByteArray k_header = QByteArray::fromHex("f04310"
-                                                "3e180502");
-const QByteArray k_requestAll = QByteArray::fromHex("f04330"
-                                                    "3e180502"
-                                                    "007f"
-                                                    "f7");
 constexpr char k_end = '\xf7';
 
 constexpr int k_typeByte = 7;
 constexpr int k_knobByte = 8;
 constexpr int k_firstValueByte = 9;
 
+QByteArray header()
+{
+    return QByteArrayLiteral("\xf0\x43\x10\x3e\x18\x05\x02");
+}
+
 QByteArray message(Type type, const QByteArray& data = {})
 {
-    return k_header + static_cast<char>(type) + data + k_end;
+    return header() + static_cast<char>(type) + data + k_end;
 }
 
 qsizetype lengthOf(Type type)
@@ -39,12 +38,12 @@ qsizetype lengthOf(Type type)
 
 Type typeOf(const QByteArray& message)
 {
-    if (message == k_requestAll)
+    if (message == requestAll())
         return Type::RequestAll;
-    if (message.size() <= k_typeByte || !message.startsWith(k_header) || !message.endsWith(k_end))
+    if (message.size() <= k_typeByte || !message.startsWith(header()) || !message.endsWith(k_end))
         return Type::Other;
-    const int number = message.at(k_typeByte);
-    if (number < 0 || number > static_cast<int>(Type::NoticeValue))
+    const auto number = static_cast<unsigned char>(message.at(k_typeByte));
+    if (number > static_cast<int>(Type::NoticeValue))
         return Type::Other;
     const Type type = static_cast<Type>(number);
     return message.size() == lengthOf(type) ? type : Type::Other;
@@ -67,7 +66,7 @@ QByteArray end()
 
 QByteArray requestAll()
 {
-    return k_requestAll;
+    return QByteArrayLiteral("\xf0\x43\x30\x3e\x18\x05\x02\x00\x7f\xf7");
 }
 
 QByteArray changeParameter(int knob, const KnobSettings& settings)

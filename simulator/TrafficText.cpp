@@ -8,7 +8,7 @@ constexpr qsizetype k_longestShown = 64;
 
 QString bytesText(const QByteArray& bytes)
 {
-    const QString shown = QString::fromLatin1(bytes.left(k_longestShown).toHex(' ').toUpper());
+    QString shown = QString::fromLatin1(bytes.left(k_longestShown).toHex(' ').toUpper());
     if (bytes.size() <= k_longestShown)
         return shown;
     return QStringLiteral("%1 ... %2 bytes").arg(shown).arg(bytes.size());

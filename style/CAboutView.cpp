@@ -10,7 +10,7 @@
 
 namespace
 {
-const QString k_closeButtonImagePath = QStringLiteral(":images/ktz_btn_close_info.png");
+constexpr char k_closeButtonImagePath[] = ":images/ktz_btn_close_info.png";
 constexpr QRect k_closeButtonRect{12, 11, 20, 20};
 
 constexpr int k_dropTime = 1000; // milliseconds

@@ -144,17 +144,17 @@ void CJXStyle::drawBranch(const QStyleOption& option, QPainter* painter) const
 {
     const QRect& cell = option.rect;
     const QPoint centre(cell.left() + cell.width() / 2, cell.top() + cell.height() / 2);
-    if (option.state & (State_Item | State_Sibling | State_Children | State_Open))
+    if (option.state.testAnyFlags(State_Item | State_Sibling | State_Children | State_Open))
         painter->fillRect(QRect(QPoint(centre.x(), cell.top()), centre), colorListViewLine);
-    if (option.state & State_Sibling)
+    if (option.state.testFlag(State_Sibling))
         painter->fillRect(QRect(centre, QPoint(centre.x(), cell.bottom())), colorListViewLine);
-    if (option.state & State_Item) {
+    if (option.state.testFlag(State_Item)) {
         const QRect line(centre, QPoint(cell.right(), centre.y()));
         const QRect mirrored(QPoint(cell.left(), centre.y()), centre);
         painter->fillRect(option.direction == Qt::RightToLeft ? mirrored : line, colorListViewLine);
     }
-    if (option.state & State_Children) {
-        const QImage box(option.state & State_Open ? list_open_image : list_close_image);
+    if (option.state.testFlag(State_Children)) {
+        const QImage box(option.state.testFlag(State_Open) ? list_open_image : list_close_image);
         painter->drawImage(centre - box.rect().center(), box);
     }
 }

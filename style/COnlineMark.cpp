@@ -7,7 +7,7 @@
 
 namespace
 {
-const QString k_onlineImagePath = QStringLiteral(":/images/ktz_led_online.png");
+constexpr char k_onlineImagePath[] = ":/images/ktz_led_online.png";
 constexpr int k_showMarkMaskValue = 255;
 constexpr int k_hideMarkMaskValue = 0;
 
@@ -18,6 +18,7 @@ COnlineMark::COnlineMark(QWidget* parent) : QWidget(parent), m_alpha(k_showMarkM
 
 void COnlineMark::initialize()
 {
+    // cppcheck-suppress publicAllocationError ; called once, and the mark owns it
     m_fadeAnimation = new QPropertyAnimation(this, "alpha", this);
     m_fadeAnimation->setDuration(k_fadeTime);
     m_fadeAnimation->setEasingCurve(QEasingCurve::InQuad);

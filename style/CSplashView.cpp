@@ -10,8 +10,8 @@
 
 namespace
 {
-const QString k_bgProgressBarImagePath = QStringLiteral(":images/ktz_back_status_bar.png");
-const QString k_progressBarImagePath = QStringLiteral(":images/ktz_status_bar.png");
+constexpr char k_bgProgressBarImagePath[] = ":images/ktz_back_status_bar.png";
+constexpr char k_progressBarImagePath[] = ":images/ktz_status_bar.png";
 constexpr QPoint k_bgProgressBarPos{116, 395};
 constexpr QPoint k_progressBarPos{122, 402};
 

@@ -95,8 +95,9 @@ void CLineEdit::accept()
     if (!m_editing)
         return;
     m_editing = false;
+    static const QRegularExpression blanksAtEnd(QStringLiteral("[ \t]+$"));
     if (m_endTrim)
-        setText(text().remove(QRegularExpression(QStringLiteral("[ \t]+$"))));
+        setText(text().remove(blanksAtEnd));
     clearFocus();
     emit accepted();
 }

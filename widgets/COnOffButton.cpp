@@ -12,7 +12,7 @@ namespace
 {
 constexpr int k_offRow = 0;
 constexpr int k_onRow = 1;
-constexpr int k_downRow = 2;
+constexpr int k_pressedRow = 2;
 
 bool isArrow(int key)
 {
@@ -188,7 +188,7 @@ void COnOffButton::paintDoubleBuffer(QPainter* painter)
 int COnOffButton::imageRow() const
 {
     if (m_hasDownImage && isDown())
-        return k_downRow;
+        return k_pressedRow;
     return isChecked() || isDown() ? k_onRow : k_offRow;
 }
 

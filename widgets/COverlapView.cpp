@@ -6,7 +6,7 @@ COverlapView::COverlapView(QWidget* parent, QWidget* window) : QWidget(parent)
 {
     connect(this, SIGNAL(windowLocked()), window, SLOT(windowLock()));
     connect(this, SIGNAL(windowUnlocked()), window, SLOT(windowUnlock()));
-    emit windowLocked();
+    emit windowLocked(); // the window listens already; clazy:exclude=incorrect-emit
     setFocus(Qt::OtherFocusReason);
 }
 

@@ -175,8 +175,8 @@ void CSpinButton::wheelEvent(QWheelEvent* event)
         return;
     }
     const int delta = event->angleDelta().y();
-    const bool canGoUp = invertedControls() ? value() > minimum() : value() < maximum();
-    const bool canGoDown = invertedControls() ? value() < maximum() : value() > minimum();
+    const bool canGoUp = value() != (invertedControls() ? minimum() : maximum());
+    const bool canGoDown = value() != (invertedControls() ? maximum() : minimum());
     if (delta > 0 && canGoUp) {
         flash(true);
         stepUp();

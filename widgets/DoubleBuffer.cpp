@@ -19,9 +19,8 @@ QSize deviceSize(const QWidget& widget)
 // three bytes a pixel are enough, which saves 300 KB for a face as large as the window.
 QPixmap keptFace(const QPixmap& face, bool isOpaque)
 {
-    return isOpaque
-               ? QPixmap::fromImage(face.toImage().convertToFormat(QImage::Format_RGB888), Qt::NoFormatConversion)
-               : face.copy();
+    return isOpaque ? QPixmap::fromImage(face.toImage().convertToFormat(QImage::Format_RGB888), Qt::NoFormatConversion)
+                    : face.copy();
 }
 } // namespace
 

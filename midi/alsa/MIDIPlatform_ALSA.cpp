@@ -18,7 +18,7 @@ const ALSAPort* portOf(MIDIEndpoint endpoint)
 {
     const bool isDestination = (endpoint & k_destinationBit) != 0;
     const CALSAPortList& list = isDestination ? CALSAPortList::destinations() : CALSAPortList::sources();
-    return list.at(qsizetype{endpoint & ~k_destinationBit} - 1);
+    return list.at(static_cast<qsizetype>(endpoint & ~k_destinationBit) - 1);
 }
 } // namespace
 

@@ -10,8 +10,17 @@
 
 namespace
 {
-QList<MIDIEndpoint> s_sources;
-QList<MIDIEndpoint> s_destinations;
+QList<MIDIEndpoint>& sources()
+{
+    static QList<MIDIEndpoint> endpoints{};
+    return endpoints;
+}
+
+QList<MIDIEndpoint>& destinations()
+{
+    static QList<MIDIEndpoint> endpoints{};
+    return endpoints;
+}
 
 int list(QList<MIDIEndpoint>* endpoints, ItemCount count, MIDIEndpointRef (*endpoint)(ItemCount))
 {
@@ -27,7 +36,7 @@ QString nameOf(MIDIObjectRef object)
     CFStringRef name = nullptr;
     if (MIDIObjectGetStringProperty(object, kMIDIPropertyName, &name) != noErr || name == nullptr)
         return QString();
-    const QString text = CFStringToQString(name);
+    QString text = CFStringToQString(name);
     CFRelease(name);
     return text;
 }
@@ -35,22 +44,22 @@ QString nameOf(MIDIObjectRef object)
 
 int MIDIPlatform::sourceCount()
 {
-    return list(&s_sources, MIDIGetNumberOfSources(), MIDIGetSource);
+    return list(&sources(), MIDIGetNumberOfSources(), MIDIGetSource);
 }
 
 int MIDIPlatform::destinationCount()
 {
-    return list(&s_destinations, MIDIGetNumberOfDestinations(), MIDIGetDestination);
+    return list(&destinations(), MIDIGetNumberOfDestinations(), MIDIGetDestination);
 }
 
 MIDIEndpoint MIDIPlatform::source(int index)
 {
-    return s_sources.value(index);
+    return sources().value(index);
 }
 
 MIDIEndpoint MIDIPlatform::destination(int index)
 {
-    return s_destinations.value(index);
+    return destinations().value(index);
 }
 
 QString MIDIPlatform::endpointName(MIDIEndpoint endpoint)
