@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """idle.py RESULTS-DIR BUILD-DIR [ROUNDS]: in the guest, what the connected editor does while nobody does anything.
 
-The editor and the empty window run side by side, and each round looks at both over the same 30 seconds.
+The editor, the empty window and qxgedit, a comparable editor, run side by side, and each round looks at all of them over
+the same 30 seconds.
 """
 
 import collections
@@ -41,6 +42,7 @@ with display() as environment:
                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
     time.sleep(2)
     running = {"empty": subprocess.Popen(USER + [f"{folder}/ktz-bench-empty"], env=environment),
+               "qxgedit": subprocess.Popen(USER + ["qxgedit"], env=environment, stderr=subprocess.DEVNULL),
                "editor": subprocess.Popen(USER + [f"{folder}/ktz-jx-editor"], env=environment)}
     time.sleep(20)   # connected, the splash gone, nothing left to load
     processor = {name: [] for name in running}
@@ -71,7 +73,9 @@ for name in running:
         print_row(f"{name}: {thread}", f"{milliseconds:.1f} ms", f"{times:.0f}")
 verdicts = Verdicts()
 verdicts.at_least("keep messages", keeps, rounds * KEEPS)
-verdicts.at_most("editor's processor time in ms", statistics.median(processor["editor"]), 10)
+# Where qxgedit takes 60 ms this is 10 ms; another machine is faster or slower for both.
+verdicts.at_most("processor time, editor / qxgedit",
+                 statistics.median(processor["editor"]) / statistics.median(processor["qxgedit"]), 10 / 60)
 beyond = statistics.median(wakes["editor"]) - statistics.median(wakes["empty"])
 # For one keep: the threads that send it, receive the answer and deliver that, and the window, which hears of it.
 verdicts.at_most("wake-ups beyond the empty window's for each keep", beyond / KEEPS, 4)
