@@ -2,7 +2,6 @@
 
 #include "app/CMenuManager.h"
 #include "app/Manual.h"
-#include "app/WindowReach.h"
 #include "app/common/CMessageBox.h"
 #include "app/common/Constants.h"
 #include "app/common/SkinPixmap.h"
@@ -20,10 +19,7 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QScreen>
-#include <QWindow>
 
 #include <array>
 
@@ -45,21 +41,6 @@ constexpr char k_minimumButtonImagePath[] = ":/images/ktz_btn_minimum.png";
 constexpr char k_pinButtonImagePath[] = ":/images/ktz_btn_pin.png";
 constexpr char k_mainWindowImagePath[] = ":images/ktz_jx_main_window.png";
 constexpr char k_infoImagePath[] = ":images/ktz_jx_info_view.png";
-
-QList<QRect> screenAreas()
-{
-    QList<QRect> areas;
-    const QList<QScreen*> screens = QGuiApplication::screens();
-    for (const QScreen* screen : screens)
-        areas.append(screen->availableGeometry());
-    return areas;
-}
-
-/// Whether the window system leaves it to the program where its windows are.
-bool canPlaceWindows()
-{
-    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-}
 } // namespace
 
 CMainWindow::CMainWindow(const ConnectionTimes& times) : CFrame(nullptr, Qt::FramelessWindowHint), m_times(times) {}
@@ -402,39 +383,6 @@ void CMainWindow::closeEvent(QCloseEvent* e)
         e->ignore();
     else
         e->accept();
-}
-
-void CMainWindow::mousePressEvent(QMouseEvent* e)
-{
-    if (e->button() != Qt::LeftButton)
-        return;
-    if (!canPlaceWindows()) {
-        windowHandle()->startSystemMove();
-        return;
-    }
-    m_dragOffset = e->globalPosition().toPoint() - pos();
-    m_dragging = true;
-}
-
-void CMainWindow::mouseMoveEvent(QMouseEvent* e)
-{
-    if (m_dragging && e->buttons().testFlag(Qt::LeftButton))
-        move(e->globalPosition().toPoint() - m_dragOffset);
-}
-
-void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
-{
-    if (e->button() != Qt::LeftButton)
-        return;
-    if (!WindowReach::isReachable(geometry(), screenAreas())) {
-        const QPoint cursor = e->globalPosition().toPoint();
-        const QScreen* screen = QGuiApplication::screenAt(cursor);
-        if (screen == nullptr)
-            screen = QGuiApplication::primaryScreen();
-        move(WindowReach::reachablePosition(cursor - m_dragOffset, width(), screen->availableGeometry()));
-    }
-    m_dragging = false;
-    m_dragOffset = QPoint();
 }
 
 void CMainWindow::paintDoubleBuffer(QPainter* painter)
