@@ -1,5 +1,7 @@
 #include "widgets/DoubleBuffer.h"
 
+#include "app/common/OpaquePixmap.h"
+
 #include <QEvent>
 #include <QPainter>
 #include <QWidget>
@@ -13,14 +15,6 @@ QSize deviceSize(const QWidget& widget)
 {
     const qreal ratio = widget.devicePixelRatioF();
     return {static_cast<int>(std::ceil(widget.width() * ratio)), static_cast<int>(std::ceil(widget.height() * ratio))};
-}
-
-// What was painted on keeps its paint engine, which outweighs most faces; a copy has none. Where nothing shines through
-// three bytes a pixel are enough, which saves 300 KB for a face as large as the window.
-QPixmap keptFace(const QPixmap& face, bool isOpaque)
-{
-    return isOpaque ? QPixmap::fromImage(face.toImage().convertToFormat(QImage::Format_RGB888), Qt::NoFormatConversion)
-                    : face.copy();
 }
 } // namespace
 
@@ -79,7 +73,8 @@ void DoubleBuffer::updateDoubleBufferPixmap()
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         paintDoubleBuffer(&painter);
     }
-    m_pixmap = keptFace(face, m_widget->testAttribute(Qt::WA_OpaquePaintEvent));
+    // What was painted on keeps its paint engine, which outweighs most faces; a copy has none.
+    m_pixmap = m_widget->testAttribute(Qt::WA_OpaquePaintEvent) ? opaquePixmap(face.toImage()) : face.copy();
     m_dirty = false;
 }
 
