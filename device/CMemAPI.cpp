@@ -228,6 +228,10 @@ bool CMemAPI::messageReceived(const unsigned char* bytes, int len)
     // The message mutex is not taken: a reply is dealt with at once, whoever holds it.
     if (!m_codec)
         return false;
+    // Clock or active sensing may come between two pieces of a message, and is no part of it.
+    constexpr unsigned char k_firstRealTime = 0xF8;
+    if (bytes != nullptr && len == 1 && bytes[0] >= k_firstRealTime)
+        return false;
     int type = k_startMessage;
     ParamList data;
     return m_codec->parseMessageForMac(bytes, len, &type, &data) && developMessageData(type, data);

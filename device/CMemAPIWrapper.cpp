@@ -6,6 +6,11 @@
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
 
+namespace
+{
+constexpr int k_highestByte = 127; // that is no status byte
+} // namespace
+
 CMemAPIWrapper::CMemAPIWrapper() = default;
 
 CMemAPIWrapper::~CMemAPIWrapper()
@@ -121,7 +126,13 @@ bool CMemAPIWrapper::collectMessageData(int type, int id, ParamList* data) const
     if (type != k_changeParamMessage || !settings())
         return CMemAPI::collectMessageData(type, id, data);
     const int knob = knobOfParam(id);
-    data->insert(QString::number(knob), settings()->getParamListFromKnob(knob));
+    ParamList list = settings()->getParamListFromKnob(knob);
+    // A device may have reported a value above 127, which on its way back would break the message off.
+    for (QVariant& value : list) {
+        if (value.toInt() > k_highestByte)
+            value = k_highestByte;
+    }
+    data->insert(QString::number(knob), list);
     return true;
 }
 

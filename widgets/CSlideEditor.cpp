@@ -6,6 +6,7 @@
 #include "widgets/CTextSlider.h"
 
 #include <QPalette>
+#include <QScopedValueRollback>
 
 namespace
 {
@@ -88,8 +89,13 @@ void CSlideEditor::setValue(int value)
 
 void CSlideEditor::updateMemAPI()
 {
-    setValue(getParam());
-    if (m_slider != nullptr && getValue() != getParam() && !setParam(getValue()))
+    const int held = getParam();
+    {
+        // What is shown here came from the memory and must not go back: by now, the device may have reported more.
+        const QScopedValueRollback reloading(m_isReloading, true);
+        setValue(held);
+    }
+    if (m_slider != nullptr && getValue() != held && !setParam(getValue()))
         setValue(getParam());
 }
 
@@ -105,7 +111,7 @@ void CSlideEditor::valueChange(int value)
     // The second part's echo ends here.
     if (m_slider->value() == m_spinButton->value())
         return;
-    if (!setParam(value))
+    if (!m_isReloading && !setParam(value))
         value = getParam();
     m_slider->setValue(value);
     m_spinButton->setValue(value);

@@ -63,4 +63,5 @@ class CSlideEditor : public QWidget, public CMemAPIProxy
 
     QAbstractSlider* m_slider = nullptr; ///< child
     CSpinButton* m_spinButton = nullptr; ///< child
+    bool m_isReloading = false;          ///< the memory's value is being shown
 };

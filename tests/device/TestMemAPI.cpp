@@ -78,6 +78,7 @@ class TestMemAPI : public CTestCase
     void connectedFlagOfAnOutput();
     void sendNeedsOutputCodecAndType();
     void packetWithoutAWholeMessageGivesFalse();
+    void realTimeBytesBetweenPiecesAreNoPartOfTheMessage();
     void startAndKeepRepliesReachTheirObservers();
     void repliesWithoutObserversGiveFalse();
     void endIsAcceptedAndIgnored();
@@ -321,6 +322,22 @@ void TestMemAPI::packetWithoutAWholeMessageGivesFalse()
     QVERIFY(notes.isEmpty());
     QVERIFY(receive(memory, "00F7"));
     QCOMPARE(notes.size(), 1);
+    memory.startReplyObserver().clear(&observer);
+}
+
+void TestMemAPI::realTimeBytesBetweenPiecesAreNoPartOfTheMessage()
+{
+    CMemAPI memory;
+    memory.initialize(std::make_unique<CMessageManagerWrapper>());
+    QStringList notes;
+    CNotingObserver observer(notes, QStringLiteral("start"));
+    memory.startReplyObserver().set(&observer);
+    for (const char* byte : {"F8", "FA", "FE", "FF"}) {
+        QVERIFY(!receive(memory, "F043103E"));
+        QVERIFY(!receive(memory, byte));
+        QVERIFY(receive(memory, "18050200F7"));
+    }
+    QCOMPARE(notes.size(), 4);
     memory.startReplyObserver().clear(&observer);
 }
 

@@ -108,6 +108,7 @@ class TestMemAPIWrapper : public CTestCase
     void copiedKnobLandsOnAnother();
     void pasteOntoAnEmptyKnobSendsZeros();
     void collectedData();
+    void collectedDataHasNoValueAbove127();
     void dataThatCannotBeCollected();
     void destructionSendsNothing();
 };
@@ -431,6 +432,21 @@ void TestMemAPIWrapper::collectedData()
     ParamList data;
     QVERIFY(memory.collectMessageData(k_changeParamMessage, 1505, &data));
     QCOMPARE(data, (ParamList{{QStringLiteral("5"), ParamList{{QStringLiteral("1305"), 99}}}}));
+}
+
+void TestMemAPIWrapper::collectedDataHasNoValueAbove127()
+{
+    // A byte of 200 on the wire would end the message that it is in.
+    SimulatedDeviceFixture fixture;
+    CMemAPIWrapper memory;
+    memory.initialize();
+    setFactoryPreset(memory);
+    QVERIFY(receive(memory, "F043103E1805020305C880FF7F03F7"));
+    QCOMPARE(memory.getParam(1105), 200);
+    ParamList data;
+    QVERIFY(memory.collectMessageData(k_changeParamMessage, 1505, &data));
+    const ParamList settings = data.value(QStringLiteral("5")).toMap();
+    QCOMPARE(settings.values(), (QList<QVariant>{127, 127, 127, 127, 3}));
 }
 
 void TestMemAPIWrapper::dataThatCannotBeCollected()

@@ -21,6 +21,8 @@ enum Kind
 
 CDeviceModel::Outcome CDeviceModel::receive(std::span<const std::uint8_t> packet)
 {
+    if (packet.size() == 1 && packet.front() >= 0xF8)
+        return {}; // clock and the like, wherever they come
     Said said;
     std::optional<int> kind; // of the last message
     for (const std::uint8_t byte : packet) {

@@ -44,6 +44,7 @@ class TestSlideEditor : public CTestCase
     void everyActionSelectsTheEditor();
 
     void changeInTheMemoryIsShownAndNotSent();
+    void newerReportIsNotOverwrittenByAnOlderOne();
     void valueOutsideTheRangeEndsClampedEverywhere_data();
     void valueOutsideTheRangeEndsClampedEverywhere();
     void valueOutsideTheRangeStaysWhenTheDeviceCannotBeTold();
@@ -272,6 +273,29 @@ void TestSlideEditor::changeInTheMemoryIsShownAndNotSent()
     QCOMPARE(m_slider->value(), 99);
     QCOMPARE(spinButton()->value(), 99);
     QCOMPARE(m_connected->device.received().size(), 0);
+}
+
+void TestSlideEditor::newerReportIsNotOverwrittenByAnOlderOne()
+{
+    // A second report comes in on its thread while the first is being shown.
+    CSlideEditor editor(m_window.get());
+    auto* slider = new CTextSlider(m_window.get());
+    slider->setRange(0, 127);
+    connect(slider, &QAbstractSlider::valueChanged, this, [this](int value) {
+        if (value == 20)
+            m_connected->memory.setParam(k_ccNumOfKnob2, 30);
+    });
+    editor.initialize(slider, k_rect, true);
+    m_connected->bind(editor, k_ccNumOfKnob2);
+    m_connected->memory.setParam(k_ccNumOfKnob2, 20);
+    editor.updateMemAPI();
+    QCOMPARE(editor.getValue(), 20);
+    QCOMPARE(m_connected->memory.getParam(k_ccNumOfKnob2), 30);
+    QVERIFY(m_connected->device.received().isEmpty());
+    editor.updateMemAPI(); // the second report has asked for it
+    QCOMPARE(editor.getValue(), 30);
+    QCOMPARE(editor.findChild<CSpinButton*>()->value(), 30);
+    QVERIFY(m_connected->device.received().isEmpty());
 }
 
 void TestSlideEditor::valueOutsideTheRangeEndsClampedEverywhere_data()
