@@ -16,6 +16,8 @@ using Words = QList<QByteArray>;
 constexpr int k_lastKnob = 7;
 constexpr int k_lastValue = 127;
 
+constexpr int k_anyArguments = -1; // but at least one
+
 struct Verb
 {
     const char* name;
@@ -25,10 +27,12 @@ struct Verb
     const char* meaning;
 };
 
-constexpr std::array<Verb, 8> k_verbs = {{
+constexpr std::array<Verb, 9> k_verbs = {{
     {"turn", Action::Turn, 2, "turn KNOB VALUE", "turns a knob (0 to 7) to a value (0 to 127) and reports it"},
     {"set", Action::Set, 3, "set KNOB SETTING VALUE",
      "sets cc, ch (0 to 15), max, min or led (0 to 3) at the device; it tells them when asked"},
+    {"send", Action::Send, k_anyArguments, "send BYTE...",
+     "sends these bytes as they are, each as two digits: send F8"},
     {"show", Action::Show, 0, "show", "shows what the device holds"},
     {"silent", Action::Silent, 0, "silent", "answers and reports nothing any more"},
     {"answer", Action::Answer, 0, "answer", "ends the silence"},
@@ -93,11 +97,25 @@ CCommandParser::Result parseSet(DeviceCommand command, const Words& words)
     return {command, {}};
 }
 
+CCommandParser::Result parseSend(DeviceCommand command, const Words& words)
+{
+    for (const QByteArray& word : words.sliced(1)) {
+        const QByteArray byte = QByteArray::fromHex(word);
+        if (byte.size() != 1 || byte.toHex() != word.toLower())
+            return failure(QStringLiteral("\"%1\" is no byte, which is 00 to FF").arg(printableText(word)));
+        command.bytes += byte;
+    }
+    return {command, {}};
+}
+
 CCommandParser::Result parseVerb(const Verb& verb, const Words& words)
 {
-    if (words.size() != verb.arguments + 1)
+    const qsizetype arguments = words.size() - 1;
+    if (verb.arguments == k_anyArguments ? arguments < 1 : arguments != verb.arguments)
         return failure(QStringLiteral("usage: %1").arg(verb.usage));
     DeviceCommand command{.action = verb.action};
+    if (verb.action == Action::Send)
+        return parseSend(command, words);
     if (verb.arguments == 0)
         return {command, {}};
     const std::optional<int> knob = number(words.at(1), k_lastKnob);

@@ -13,6 +13,7 @@ struct DeviceCommand
         Nothing,
         Turn,
         Set,
+        Send,
         Show,
         Silent,
         Answer,
@@ -25,6 +26,7 @@ struct DeviceCommand
     int knob = 0;                         ///< of Turn and Set, 0 to 7
     int KnobSettings::*setting = nullptr; ///< of Set
     int value = 0;                        ///< of Turn and Set, in its range
+    QByteArray bytes = {};                ///< of Send, at least one
 };
 
 /// Reads the commands of the command-line device. Whatever the line holds, the result is a command that can be

@@ -39,6 +39,9 @@ QStringList CDeviceConsole::execute(const DeviceCommand& command)
     case DeviceCommand::Action::Set:
         m_device.setSetting(command.knob, command.setting, command.value);
         break;
+    case DeviceCommand::Action::Send:
+        m_device.send(command.bytes);
+        break;
     case DeviceCommand::Action::Show:
         return show();
     case DeviceCommand::Action::Silent:

@@ -53,6 +53,7 @@ void CSimulatedSystem::removePort(MIDIEndpoint endpoint)
 
 void CSimulatedSystem::reset()
 {
+    m_sendGate.release();
     const std::scoped_lock lock(m_mutex);
     std::set<CSimulatedDevice*> devices;
     for (const Port& port : m_ports) {
@@ -72,6 +73,11 @@ void CSimulatedSystem::refuseOpens(int count)
 {
     const std::scoped_lock lock(m_mutex);
     m_opensToRefuse = count;
+}
+
+CSendGate& CSimulatedSystem::sendGate()
+{
+    return m_sendGate;
 }
 
 QList<SentPacket> CSimulatedSystem::packets() const
@@ -149,6 +155,7 @@ bool CSimulatedSystem::connectOutput(MIDIEndpoint destination)
 
 bool CSimulatedSystem::send(MIDIEndpoint destination, const QByteArray& packet)
 {
+    m_sendGate.pass();
     const std::scoped_lock lock(m_mutex);
     const Port* const port = find(destination);
     SentPacket sent{.destination = destination, .bytes = packet, .taken = port != nullptr};
@@ -165,8 +172,8 @@ bool CSimulatedSystem::send(MIDIEndpoint destination, const QByteArray& packet)
 void CSimulatedSystem::deviceSent(CSimulatedDevice& device, const QByteArray& packet)
 {
     const std::scoped_lock lock(m_mutex);
-    for (const auto& [input, source] : m_inputs) {
-        const Port* const port = find(source);
+    for (const auto& [input, endpoint] : m_inputs) {
+        const Port* const port = find(endpoint);
         if (port && port->isEditorPort && port->owner == &device)
             input->receive(packet);
     }
@@ -209,5 +216,5 @@ bool CSimulatedSystem::takeOpen(MIDIEndpoint endpoint, bool isSource)
         return false;
     }
     const Port* const port = find(endpoint);
-    return port && port->isSource == isSource;
+    return port != nullptr && port->isSource == isSource;
 }

@@ -4,6 +4,7 @@
 #include "app/common/Constants.h"
 #include "midi/MIDIPlatform.h"
 #include "simulator/CDeviceTransport.h"
+#include "simulator/CSendGate.h"
 
 #include <QList>
 #include <QString>
@@ -48,6 +49,10 @@ class CSimulatedSystem : public CDeviceTransport
     /// So many of the next openPort() calls are refused.
     void refuseOpens(int count);
 
+    /// Where a packet can be made to wait on its way, before anything of it is recorded; see CSendGate. While one
+    /// waits, devices can be turned and unplugged, and what they say arrives.
+    [[nodiscard]] CSendGate& sendGate();
+
     /// What the editor sent, oldest first: the last k_packetLimit packets.
     [[nodiscard]] QList<SentPacket> packets() const;
     void clearPackets();
@@ -87,6 +92,7 @@ class CSimulatedSystem : public CDeviceTransport
     [[nodiscard]] QList<MIDIEndpoint> endpoints(bool sources) const;
     [[nodiscard]] bool takeOpen(MIDIEndpoint endpoint, bool isSource);
 
+    CSendGate m_sendGate; ///< never entered with the lock held
     mutable CRecursiveMutex m_mutex;
     QList<Port> m_ports;
     QList<MIDIEndpoint> m_sourceList;

@@ -49,10 +49,12 @@ void checkArguments(const QList<QByteArray>& arguments)
     require(result.arguments.help == (arguments.contains("--help") || arguments.contains("-h")), "--help is heard");
 }
 
-/// The command as its user would type it, for the two that take numbers.
+/// The command as its user would type it, for those that take numbers or bytes.
 QByteArray typed(const DeviceCommand& command)
 {
     constexpr std::array<const char*, 5> k_names = {"cc", "ch", "max", "min", "led"}; // as in k_settingOrder
+    if (command.action == DeviceCommand::Action::Send)
+        return "send " + command.bytes.toHex(' ');
     const QByteArray knob = QByteArray::number(command.knob) + ' ';
     if (command.action == DeviceCommand::Action::Turn)
         return "turn " + knob + QByteArray::number(command.value);
@@ -76,11 +78,13 @@ void checkCommand(const QByteArray& line)
         last = 3;
     require(command.value >= 0 && command.value <= last, "a value is in its range");
     require(isTurn || isSet || (command.knob == 0 && command.value == 0), "numbers belong to turn and set alone");
-    if (!isTurn && !isSet)
+    const bool isSend = command.action == DeviceCommand::Action::Send;
+    require(isSend == !command.bytes.isEmpty(), "bytes belong to send alone");
+    if (!isTurn && !isSet && !isSend)
         return;
     const DeviceCommand again = CCommandParser::parse(typed(command)).command;
     require(again.action == command.action && again.knob == command.knob && again.setting == command.setting &&
-                again.value == command.value,
+                again.value == command.value && again.bytes == command.bytes,
             "a command typed plainly means the same");
 }
 

@@ -20,6 +20,7 @@ class TestCommandParser : public CTestCase
   private slots:
     void understands_data();
     void understands();
+    void sendTakesAnyNumberOfBytes();
     void refusesInOneLine_data();
     void refusesInOneLine();
     void helpNamesEveryCommand();
@@ -69,6 +70,16 @@ void TestCommandParser::understands()
     QCOMPARE(result.command.value, value);
 }
 
+void TestCommandParser::sendTakesAnyNumberOfBytes()
+{
+    const CCommandParser::Result one = CCommandParser::parse("send f8");
+    QCOMPARE(one.error, QString());
+    QCOMPARE(one.command.action, Action::Send);
+    QCOMPARE(one.command.bytes, QByteArray("\xf8"));
+    QCOMPARE(CCommandParser::parse("send F0 00  7f F7\n").command.bytes, QByteArray("\xf0\0\x7f\xf7", 4));
+    QCOMPARE(CCommandParser::parse("send" + QByteArray(" 12").repeated(1000)).command.bytes, QByteArray(1000, '\x12'));
+}
+
 void TestCommandParser::refusesInOneLine_data()
 {
     QTest::addColumn<QByteArray>("line");
@@ -99,6 +110,11 @@ void TestCommandParser::refusesInOneLine_data()
     QTest::newRow("max 128") << QByteArray("set 2 max 128") << "\"128\" is no max, which is 0 to 127";
     QTest::newRow("min 128") << QByteArray("set 2 min 128") << "\"128\" is no min, which is 0 to 127";
     QTest::newRow("led 4") << QByteArray("set 2 led 4") << "\"4\" is no led, which is 0 to 3";
+    QTest::newRow("send without a byte") << QByteArray("send") << "usage: send BYTE...";
+    QTest::newRow("send one digit") << QByteArray("send F0 4 F7") << "\"4\" is no byte, which is 00 to FF";
+    QTest::newRow("send three digits") << QByteArray("send 0F0") << "\"0F0\" is no byte, which is 00 to FF";
+    QTest::newRow("send what is no digit") << QByteArray("send F0 G0") << "\"G0\" is no byte, which is 00 to FF";
+    QTest::newRow("send a sign") << QByteArray("send +1") << "\"+1\" is no byte, which is 00 to FF";
     QTest::newRow("show with a word") << QByteArray("show all") << "usage: show";
     QTest::newRow("silent with a word") << QByteArray("silent now") << "usage: silent";
     QTest::newRow("answer with a word") << QByteArray("answer now") << "usage: answer";
@@ -122,13 +138,13 @@ void TestCommandParser::helpNamesEveryCommand()
     QStringList verbs;
     for (const QString& line : lines)
         verbs += line.simplified().section(' ', 0, 0);
-    QCOMPARE(verbs, QStringList({"turn", "set", "show", "silent", "answer", "unplug", "help", "quit"}));
+    QCOMPARE(verbs, QStringList({"turn", "set", "send", "show", "silent", "answer", "unplug", "help", "quit"}));
 }
 
 void TestCommandParser::anyBytesGiveACommandOrOneLine()
 {
-    const QList<QByteArray> words = {"turn", "set", "show", "cc", "ch", "led", "7",  "8",
-                                     "127",  "-1",  "\xff", "\0", "\n", " ",   "\t", "999999999999"};
+    const QList<QByteArray> words = {"turn", "set", "send", "show", "cc", "ch", "led", "7",           "8",
+                                     "127",  "-1",  "\xff", "\0",   "\n", " ",  "\t",  "999999999999"};
     QRandomGenerator random(20260101); // the same sequence every time, so that a failure comes back
     for (int round = 0; round < 20'000; ++round) {
         QByteArray line;

@@ -25,6 +25,7 @@ class TestDeviceConsole : public CTestCase
     void helpNamesArgumentsAndCommands();
     void turnChangesAndReports();
     void setChangesAndReportsNothing();
+    void sendGivesTheBytesAsTheyAre();
     void showTellsWhatTheDeviceHolds();
     void silentAndAnswer();
     void unplugPullsTheCable();
@@ -148,6 +149,16 @@ void TestDeviceConsole::setChangesAndReportsNothing()
     QVERIFY(transport.take().isEmpty());
 }
 
+void TestDeviceConsole::sendGivesTheBytesAsTheyAre()
+{
+    CRecordingTransport transport;
+    CSimulatedDevice device;
+    device.plug(transport);
+    CDeviceConsole console(device);
+    QCOMPARE(console.execute("send F0 43 F8 7f"), QStringList());
+    QCOMPARE(transport.take(), QList{QByteArray("\xf0\x43\xf8\x7f")});
+}
+
 void TestDeviceConsole::showTellsWhatTheDeviceHolds()
 {
     CSimulatedDevice device;
@@ -188,7 +199,7 @@ void TestDeviceConsole::unplugPullsTheCable()
 void TestDeviceConsole::helpListsTheCommands()
 {
     CSimulatedDevice device;
-    QCOMPARE(CDeviceConsole(device).execute("help").size(), 8);
+    QCOMPARE(CDeviceConsole(device).execute("help").size(), 9);
 }
 
 void TestDeviceConsole::quitIsRemembered()
