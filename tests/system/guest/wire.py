@@ -52,6 +52,10 @@ class Device:
         return [message for message in self.messages[number:]
                 if message.to_device and (not kinds or message.kind in kinds)]
 
+    def sent_since(self, number):
+        """How many messages the device has sent from the given one on."""
+        return sum(not message.to_device for message in self.messages[number:])
+
     def now(self):
         """Number of the next message."""
         return len(self.messages)
