@@ -36,9 +36,7 @@ struct EditorFixture : SimulatedDeviceFixture
     /// Starts the editor up to its first event loop: the splash is still there.
     CMainWindow& start()
     {
-        using namespace std::chrono_literals;
-        window = std::make_unique<CMainWindow>(
-            ConnectionTimes{.startInterval = 20ms, .keepInterval = 100ms, .watchdog = 3600s});
+        window = std::make_unique<CMainWindow>(times);
         window->initialize();
         window->show();
         return *window;
@@ -111,11 +109,35 @@ struct EditorFixture : SimulatedDeviceFixture
         return nullptr;
     }
 
+    /// What the editor shows of a knob.
+    [[nodiscard]] KnobSettings shown(int knob) const
+    {
+        return {editor(k_ccNumCategory + knob)->getValue(), editor(k_midiChCategory + knob)->getValue(),
+                editor(k_maxCategory + knob)->getValue(), editor(k_minCategory + knob)->getValue(),
+                editor(k_ledTypeCategory + knob)->getValue()};
+    }
+
+    /// Whether the editor shows what the device holds: the settings of every knob, and rings at its values' states.
+    [[nodiscard]] bool agrees() const
+    {
+        for (int knob = 0; knob < k_numOfKnobs; ++knob) {
+            const KnobSettings held = device.settings(knob);
+            const int ring = knobLED(knob)->getImageIndexByType(held.led);
+            if (shown(knob) != held || ring != knobLEDIndex(held.led, device.value(knob)))
+                return false;
+        }
+        return true;
+    }
+
     [[nodiscard]] QMenuBar* menuBar() const
     {
         return window->findChild<QMenuBar*>();
     }
 
+    /// A rhythm in which nothing is lost, to be changed before the start.
+    ConnectionTimes times{.startInterval = std::chrono::milliseconds(20),
+                          .keepInterval = std::chrono::milliseconds(100),
+                          .watchdog = std::chrono::hours(1)};
     std::unique_ptr<CMainWindow> window;
 
   private:

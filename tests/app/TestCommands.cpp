@@ -1,4 +1,5 @@
 #include "tests/app/EditorFixture.h"
+#include "tests/app/StageFile.h"
 #include "tests/support/CFileDialogAnswer.h"
 #include "tests/support/CMessageBoxAnswer.h"
 #include "tests/support/CTestCase.h"
@@ -18,24 +19,6 @@ QStringList changes(const EditorFixture& fixture)
     QStringList found = fixture.sent();
     found.removeAll(k_keep);
     return found;
-}
-
-/// A settings file in which every knob has other settings than the factory preset.
-QString settingsFile(const QTemporaryDir& folder)
-{
-    const QString path = folder.filePath(QStringLiteral("stage.CJX"));
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return {};
-    file.write("<!DOCTYPE KTZJXEditor>\n<parameters version=\"1.0\">\n<controlview>\n");
-    for (int knob = 0; knob < 8; ++knob) {
-        file.write(QStringLiteral("<key%1><key110%1>2%1</key110%1><key120%1>%1</key120%1><key130%1>10%1</key130%1>"
-                                  "<key140%1>1%1</key140%1><key150%1>3</key150%1></key%1>\n")
-                       .arg(knob)
-                       .toLatin1());
-    }
-    file.write("</controlview>\n</parameters>\n");
-    return path;
 }
 } // namespace
 
@@ -74,7 +57,7 @@ void TestCommands::openSendsEightMessagesAndShowsTheSettings()
     fixture.startWhole();
     fixture.waitUntilConnected();
     fixture.forgetSent();
-    CFileDialogAnswer answer({settingsFile(folder)});
+    CFileDialogAnswer answer({stageFile(folder)});
     fixture.action(k_openString)->trigger();
     QStringList expected;
     for (int knob = 0; knob < 8; ++knob) {
@@ -97,7 +80,7 @@ void TestCommands::openSendsEightMessagesAndShowsTheSettings()
 void TestCommands::openHoldsValuesWithinTheirRanges()
 {
     const QTemporaryDir folder;
-    const QString path = settingsFile(folder);
+    const QString path = stageFile(folder);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadWrite));
     const QByteArray bytes = file.readAll()
@@ -143,7 +126,7 @@ void TestCommands::argumentFileIsOpenedOnlyAfterTheSplash()
     const QTemporaryDir folder;
     EditorFixture fixture;
     CMainWindow& window = fixture.start();
-    window.setApplicationFilePath(settingsFile(folder));
+    window.setApplicationFilePath(stageFile(folder));
     QCOMPARE(fixture.editor(1103)->getValue(), 7);
     fixture.finishSplash();
     QCOMPARE(fixture.editor(1103)->getValue(), 23);
@@ -157,7 +140,7 @@ void TestCommands::openRequestAsksAboutUnsavedChanges()
     EditorFixture fixture;
     CMainWindow& window = fixture.startWhole();
     fixture.editor(1103)->setValue(99);
-    window.setApplicationFilePath(settingsFile(folder));
+    window.setApplicationFilePath(stageFile(folder));
     CMessageBoxAnswer answer(QMessageBox::Cancel);
     window.applicationFileOpen();
     QCOMPARE(answer.boxes().size(), 1);

@@ -100,10 +100,6 @@ class TestFile : public CTestCase
     void brokenDocuments_data();
     void brokenDocuments();
     void everyBrokenDocumentIsInTheTable();
-    void hostileDocuments_data();
-    void hostileDocuments();
-    void namesakesAreReadOnce();
-    void theLargestAcceptedDocumentIsReadFast();
 
     void withoutMemoryNothingIsReadOrWritten();
     void createDataRefusesNull();
@@ -401,89 +397,6 @@ void TestFile::everyBrokenDocumentIsInTheTable()
         names.append(file.completeBaseName());
     names.sort();
     QCOMPARE(names, QStringList(brokenDocumentTable().keys()));
-}
-
-void TestFile::hostileDocuments_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    const auto row = [](const char* name, const QByteArray& bytes) { QTest::newRow(name) << bytes; };
-    const auto inSubset = [](const QByteArray& subset, const QByteArray& text) {
-        return "<!DOCTYPE KTZJXEditor [" + subset + "]>" + document("<key1>" + text + "</key1>").mid(23);
-    };
-
-    row("100,000 nested elements",
-        document(QByteArray("<a>").repeated(100'000) + QByteArray("</a>").repeated(100'000)));
-    row("a million nested elements", document(QByteArray("<a>").repeated(1'000'000)));
-    row("100,000 sibling elements", document(QByteArray("<a>1</a>").repeated(100'000)));
-    row("100,000 comments", document(QByteArray("<!---->").repeated(100'000)));
-    row("100,000 pieces of CDATA", document("<key1>" + QByteArray("<![CDATA[1]]>").repeated(100'000) + "</key1>"));
-
-    QByteArray attributes;
-    for (int i = 0; i < 100'000; ++i)
-        attributes += " a" + QByteArray::number(i) + "=''";
-    row("100,000 attributes", document("<key1" + attributes + ">1</key1>"));
-
-    QByteArray laughs = "<!ENTITY a0 'ha'>";
-    for (int i = 1; i < 30; ++i)
-        laughs += "<!ENTITY a" + QByteArray::number(i) + " '&a" + QByteArray::number(i - 1) + ";&a" +
-                  QByteArray::number(i - 1) + ";'>";
-    row("entities in entities", inSubset(laughs, "&a29;"));
-    row("one long entity, often",
-        inSubset("<!ENTITY a '" + QByteArray(4000, 'x') + "'>", QByteArray("&a;").repeated(200'000)));
-    row("an entity that names a file", inSubset("<!ENTITY a SYSTEM 'file:///etc/hostname'>", "&a;"));
-    row("a subset hidden in UTF-16", [] {
-        QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
-        const QString text = "<!DOCTYPE KTZJXEditor [<!ENTITY a '1'>]><parameters version='1.0'><controlview><key1>"
-                             "&a;</key1></controlview></parameters>";
-        return QByteArray(encoder(text));
-    }());
-    row("a subset hidden in UTF-7",
-        "<?xml version='1.0' encoding='UTF-7'?>+ADwAIQ-DOCTYPE KTZJXEditor +AFsAPAAh-ENTITY a '1'+AD4AXQA+-"
-        "<parameters version='1.0'><controlview><key1>1</key1></controlview></parameters>");
-    row("a megabyte of text and more", document("<key1>" + QByteArray(1024 * 1024, '1') + "</key1>"));
-    row("zeros", QByteArray(500'000, '\0'));
-}
-
-void TestFile::hostileDocuments()
-{
-    QFETCH(QByteArray, bytes);
-    const QString path = m_settings->file("hostile.CJX", bytes);
-    CFileWrapper file(nullptr, &m_settings->memory);
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(file.read(path), k_openError);
-    QVERIFY(timer.elapsed() < 2000);
-    QCOMPARE(m_settings->memory.getParamList(), factoryList());
-}
-
-void TestFile::namesakesAreReadOnce()
-{
-    // Two namesakes at each level: read again for each of them, the innermost would be read a thousand million times.
-    constexpr int levels = 30;
-    const QByteArray bytes =
-        document(QByteArray("<a>").repeated(levels) + "1" + QByteArray("</a><a>1</a>").repeated(levels - 1) + "</a>");
-    CFileWrapper file(nullptr, &m_settings->memory);
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(file.read(m_settings->file("namesakes.CJX", bytes)), QString());
-    QVERIFY(timer.elapsed() < 2000);
-    QCOMPARE(m_settings->memory.getParamList(), ParamList());
-}
-
-void TestFile::theLargestAcceptedDocumentIsReadFast()
-{
-    // As many siblings as the guard lets through, with names that differ only at the end of half a kilobyte.
-    QByteArray siblings;
-    for (int i = 0; i < 990; ++i) {
-        const QByteArray name = "a" + QByteArray(500, 'x') + QByteArray::number(i);
-        siblings += "<" + name + ">1</" + name + ">";
-    }
-    CFileWrapper file(nullptr, &m_settings->memory);
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(file.read(m_settings->file("large.CJX", document(siblings))), QString());
-    QVERIFY(timer.elapsed() < 2000);
-    QCOMPARE(m_settings->memory.getParamList(), ParamList());
 }
 
 void TestFile::withoutMemoryNothingIsReadOrWritten()

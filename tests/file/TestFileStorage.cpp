@@ -100,7 +100,8 @@ class TestFileStorage : public CTestCase
     void writeRefusesWhatIsNoFile();
     void writeIntoAReadOnlyFolderLeavesTheOldFile();
     void writeOverAReadOnlyFileLeavesIt();
-    void writeWhileAnotherReads();
+    void writeWhileAnotherHasItOpen_data();
+    void writeWhileAnotherHasItOpen();
 
     void writeThroughALinkKeepsTheLink_data();
     void writeThroughALinkKeepsTheLink();
@@ -198,13 +199,9 @@ void TestFileStorage::writeKeepsThePermissions()
 
 void TestFileStorage::writeThatFailsPartWayLeavesTheOldFile()
 {
-    m_settings->memory.setParamList({{"1", knobList(1)}});
     CFileWrapper file(nullptr, &m_settings->memory);
-    const QString path = m_settings->path("a.CJX");
-    QCOMPARE(file.write(path), QString());
-    const qsizetype length = QFileInfo(path).size();
-
-    QCOMPARE(m_settings->file("a.CJX", k_oldBytes), path);
+    const QString path = m_settings->file("a.CJX", k_oldBytes);
+    const qsizetype length = m_written.size();
     for (qsizetype n = 0; n < length; ++n) {
         QString error;
         {
@@ -219,7 +216,7 @@ void TestFileStorage::writeThatFailsPartWayLeavesTheOldFile()
         const CWriteLimit limit(static_cast<rlim_t>(length));
         QCOMPARE(file.write(path), QString());
     }
-    QCOMPARE(QFileInfo(path).size(), length);
+    QCOMPARE(SettingsFixture::bytesOf(path), m_written);
 }
 
 void TestFileStorage::writeThatFailsPartWayLeavesNoNewFile()
@@ -303,14 +300,24 @@ void TestFileStorage::writeOverAReadOnlyFileLeavesIt()
     QCOMPARE(leftovers({"a.CJX"}), QStringList());
 }
 
-void TestFileStorage::writeWhileAnotherReads()
+void TestFileStorage::writeWhileAnotherHasItOpen_data()
 {
+    QTest::addColumn<QIODevice::OpenMode>("mode");
+    QTest::newRow("to read") << QIODevice::OpenMode(QIODevice::ReadOnly);
+    QTest::newRow("to write") << QIODevice::OpenMode(QIODevice::ReadWrite | QIODevice::Unbuffered);
+}
+
+void TestFileStorage::writeWhileAnotherHasItOpen()
+{
+    QFETCH(QIODevice::OpenMode, mode);
     const QString path = m_settings->file("a.CJX", k_oldBytes);
-    QFile reader(path);
-    QVERIFY(reader.open(QIODevice::ReadOnly));
+    QFile other(path);
+    QVERIFY(other.open(mode));
     CFileWrapper file(nullptr, &m_settings->memory);
     QCOMPARE(file.write(path), QString());
-    QCOMPARE(reader.readAll(), k_oldBytes); // it keeps the file that it opened
+    QCOMPARE(other.readAll(), k_oldBytes); // it keeps the file that it opened
+    if (mode.testFlag(QIODevice::WriteOnly))
+        QCOMPARE(other.write("more"), 4);
     QCOMPARE(SettingsFixture::bytesOf(path), m_written);
 }
 

@@ -62,7 +62,6 @@ class CSoak
     void loseDevice();
 
     void compare();
-    [[nodiscard]] bool agree() const;
     [[nodiscard]] bool isLost() const;
     [[nodiscard]] int below(int bound);
     [[nodiscard]] int randomCategory();

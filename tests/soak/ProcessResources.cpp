@@ -4,13 +4,24 @@
 #include <QFile>
 #include <QPixmapCache>
 
+#include <algorithm>
+
 #include <malloc.h>
 
 namespace
 {
-int entries(const QString& folder)
+const QString k_tasks = QStringLiteral("/proc/self/task");
+
+QStringList entries(const QString& folder)
 {
-    return static_cast<int>(QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size());
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+}
+
+/// Whether Qt converts large pictures on this thread.
+bool isPooled(const QString& task)
+{
+    QFile name(k_tasks + QLatin1Char('/') + task + QStringLiteral("/comm"));
+    return name.open(QIODevice::ReadOnly) && name.readAll().startsWith("Thread (pooled)");
 }
 
 qint64 statusFigure(const QByteArray& name)
@@ -32,6 +43,9 @@ ProcessResources ProcessResources::now()
     // What is free already, or kept until the cache has its megabytes, is no leak.
     QPixmapCache::clear();
     malloc_trim(0);
-    return {statusFigure("VmRSS"), entries(QStringLiteral("/proc/self/task")),
-            entries(QStringLiteral("/proc/self/fd"))};
+    const QStringList tasks = entries(k_tasks);
+    // Each of the pool's threads has one descriptor by which it is woken.
+    const qsizetype pooled = std::ranges::count_if(tasks, isPooled);
+    const qsizetype descriptors = entries(QStringLiteral("/proc/self/fd")).size();
+    return {statusFigure("VmRSS"), static_cast<int>(tasks.size() - pooled), static_cast<int>(descriptors - pooled)};
 }
