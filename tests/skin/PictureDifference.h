@@ -5,8 +5,9 @@
 /// How far a picture is from the one that it should be.
 ///
 /// A pixel differs when one of its channels is more than k_tolerance away: circles and shades may come out a few steps
-/// different on another processor, and references are stored in steps of 16. Nothing else may differ but a stray pixel
-/// at the edge of a circle: the shortest caption has more pixels than may differ in the whole window.
+/// different on another processor, and when the pictures for a denser screen nearby are scaled down. Nothing else may
+/// differ but a stray pixel at the edge of a circle: the shortest caption has more pixels than may differ in the whole
+/// window.
 struct PictureDifference
 {
     static constexpr int k_tolerance = 24;       ///< of 255

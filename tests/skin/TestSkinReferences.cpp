@@ -10,19 +10,6 @@ QString fileName(const QString& scene)
 {
     return QStringLiteral("%1@%2x.png").arg(scene).arg(qGuiApp->devicePixelRatio());
 }
-
-/// Channels in steps of 16, with which a picture has few enough colours to be stored as a palette.
-QImage inSteps(QImage picture)
-{
-    const auto step = [](int channel) { return std::min(255, (channel + 8) / 16 * 16); };
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const QRgb pixel = picture.pixel(x, y);
-            picture.setPixel(x, y, qRgb(step(qRed(pixel)), step(qGreen(pixel)), step(qBlue(pixel))));
-        }
-    }
-    return picture.convertToFormat(QImage::Format_Indexed8);
-}
 } // namespace
 
 /// Pictures of the editor against those in references/, which `./test.sh --references` makes anew.
@@ -68,7 +55,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     if (argc == 2 && argv[1] == QByteArray("--make")) {
         for (const QString& scene : CSkinScenes::names()) {
-            if (!inSteps(CSkinScenes::take(scene)).save(QStringLiteral(KTZ_REFERENCES "/") + fileName(scene)))
+            if (!CSkinScenes::take(scene).save(QStringLiteral(KTZ_REFERENCES "/") + fileName(scene)))
                 return 1;
         }
         return 0;

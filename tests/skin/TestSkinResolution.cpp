@@ -10,8 +10,8 @@ namespace
 {
 constexpr QSize k_windowSize(446, 680);
 
-/// References are stored in steps of 16, and a smoothed edge is some steps off when it is scaled.
-constexpr int k_tolerance = 32;
+/// A smoothed edge is some steps off when it is scaled.
+constexpr int k_tolerance = 24;
 /// What a thin line may lose when a fractional ratio spreads it over two pixels, and the scaling over a third.
 constexpr int k_thinLineTolerance = 128;
 

@@ -6,8 +6,8 @@
 
 namespace
 {
-/// References are stored in steps of 16.
-constexpr int k_tolerance = 32;
+/// Between colours that are one to the eye.
+constexpr int k_tolerance = 16;
 
 int distance(QRgb one, QRgb other)
 {
