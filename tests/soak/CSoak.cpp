@@ -7,6 +7,7 @@
 
 #include <QLineEdit>
 
+#include <algorithm>
 #include <numeric>
 
 CSoak::CSoak(quint32 seed) : m_random(seed) {}
@@ -188,7 +189,6 @@ void CSoak::revertOrReset()
     m_answer.setAnswer(below(3) == 0 ? QMessageBox::No : QMessageBox::Yes);
     m_fixture.action(below(2) == 0 ? k_revrtString : k_resetString)->trigger();
     m_answer.setAnswer(QMessageBox::Ok);
-    m_boxesBefore = m_answer.boxes().size(); // the question
 }
 
 void CSoak::changeReplyPath()
@@ -209,8 +209,12 @@ void CSoak::dropKeep()
 void CSoak::refuseSend()
 {
     m_fixture.device.refuseSend(1);
-    clickSpinButton();
-    QTest::qWait(120); // or else the next keep message meets it
+    clickSpinButton(); // or else the next keep message meets it
+    const auto wasRefused = [] {
+        const QList<SentPacket> packets = CSimulatedSystem::instance().packets();
+        return std::ranges::any_of(packets, [](const SentPacket& packet) { return !packet.taken; });
+    };
+    QTRY_VERIFY(wasRefused());
 }
 
 void CSoak::loseDevice()
