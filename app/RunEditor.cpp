@@ -19,11 +19,13 @@
 namespace
 {
 // Blocks as large as a picture of the window go back to the system when they are freed. The C library would raise this
-// limit with the first of them, and keep the memory of all that follow.
-void returnFreedPictures()
+// limit with the first of them, and keep the memory of all that follow. The threads beside this one, which need little,
+// share a heap instead of having one each.
+void keepMemorySmall()
 {
 #ifdef __GLIBC__
     mallopt(M_MMAP_THRESHOLD, 128 * 1024); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
+    mallopt(M_ARENA_MAX, 2);               // NOLINT(concurrency-mt-unsafe): as above
 #endif
 }
 
@@ -39,7 +41,7 @@ QIcon windowIcon()
 
 int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion)
 {
-    returnFreedPictures();
+    keepMemorySmall();
     DisplaySetup::prepareEnvironment();
     std::optional<DisplaySetup::CFatalMessageGuard> fatalMessages(std::in_place);
     CApplication application(argc, argv);

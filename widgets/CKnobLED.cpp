@@ -24,7 +24,7 @@ QPixmap ledFrame(int index, qreal ratio)
     const QString key = QStringLiteral("%1 %2 %3").arg(k_knobPath).arg(index).arg(ratio);
     QPixmap frame;
     if (!QPixmapCache::find(key, &frame)) {
-        const QPixmap strip = skinPixmap(k_knobPath, ratio);
+        const QPixmap strip = largeSkinPixmap(k_knobPath, ratio);
         frame = strip.copy(ImageStrip(strip, 1, k_numOfLEDStates).source(0, index).toRect());
         QPixmapCache::insert(key, frame);
     }

@@ -15,6 +15,6 @@
 [[nodiscard]] QPixmap skinPixmap(const QString& path);
 
 /// The same, but read with each call and gone with its user: for pictures as large as the window, of which the cache
-/// would keep a megabyte each.
+/// would keep a megabyte each, and for strips of which only frames are kept.
 [[nodiscard]] QPixmap largeSkinPixmap(const QString& path, qreal ratio);
 [[nodiscard]] QPixmap largeSkinPixmap(const QString& path);
