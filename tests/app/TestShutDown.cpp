@@ -248,8 +248,11 @@ void TestShutDown::whileTheDeviceReports()
     fixture.waitUntilConnected();
     std::atomic<bool> stop = false;
     std::thread hand([&] {
-        for (int value = 0; !stop; value = (value + 1) % 128)
+        for (int value = 0; !stop; value = (value + 1) % 128) {
             fixture.device.turn(value % 8, value);
+            // Without a pause a thread that sends for this one too, as the keep thread may, would never be done.
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
     });
     QTest::qWait(20);
     fixture.window.reset();
