@@ -312,8 +312,13 @@ QIcon CJXStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, co
     // icons has it load every image plugin of the system.
     if (icon == SP_ToolBarHorizontalExtensionButton && isCustomStyle(w))
         return {};
-    return isCustomStyle(w) ? QProxyStyle::standardIcon(icon, option, w)
-                            : m_fallbackStyle->standardIcon(icon, option, w);
+    // Qt remembers the name of every picture that it drew of an icon, and each icon made anew brings new names: a
+    // dialog's buttons would cost memory each time that it opens.
+    QIcon& kept = m_standardIcons[{icon, isCustomStyle(w)}];
+    if (kept.isNull())
+        kept = isCustomStyle(w) ? QProxyStyle::standardIcon(icon, option, w)
+                                : m_fallbackStyle->standardIcon(icon, option, w);
+    return kept;
 }
 
 QPixmap CJXStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap, const QStyleOption* option) const

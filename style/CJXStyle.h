@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QHash>
+#include <QIcon>
 #include <QPalette>
 #include <QProxyStyle>
 
@@ -79,6 +81,7 @@ class CJXStyle : public QProxyStyle
     void drawBranch(const QStyleOption& option, QPainter* painter) const;
     void drawScrollBar(const QStyleOptionSlider& bar, QPainter* painter, const QWidget* w) const;
 
-    QStyle* m_fallbackStyle; ///< child
+    QStyle* m_fallbackStyle;                                               ///< child
+    mutable QHash<std::pair<StandardPixmap, bool>, QIcon> m_standardIcons; ///< by what it shows and whether it is ours
     QPalette m_palette;
 };

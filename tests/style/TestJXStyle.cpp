@@ -60,6 +60,7 @@ class TestJXStyle : public CTestCase
     void operationWithoutWidgetIsForwardedAlways_data();
     void operationWithoutWidgetIsForwardedAlways();
     void customWidgetsContentsAreThoseOfTheWindowsStyle();
+    void everyDialogGetsTheSameIcons();
 
     void ownsThePreviousStyle();
     void previousStyleOutlivesTheSwitch();
@@ -312,6 +313,17 @@ void TestJXStyle::customWidgetsContentsAreThoseOfTheWindowsStyle()
              windows->sizeFromContents(QStyle::CT_MenuItem, &item, QSize(50, 12), &menu));
     QCOMPARE(m_style->standardPixmap(QStyle::SP_TitleBarMenuButton, nullptr, &menu).toImage(),
              windows->standardPixmap(QStyle::SP_TitleBarMenuButton, nullptr, &menu).toImage());
+}
+
+void TestJXStyle::everyDialogGetsTheSameIcons()
+{
+    // One made anew would leave the names of its pictures in Qt's cache for good.
+    QPushButton button;
+    QPushButton sameButtonLater;
+    const QIcon icon = m_style->standardIcon(QStyle::SP_DialogOkButton, nullptr, &button);
+    QVERIFY(!icon.isNull());
+    QCOMPARE(m_style->standardIcon(QStyle::SP_DialogOkButton, nullptr, &sameButtonLater).cacheKey(), icon.cacheKey());
+    QVERIFY(m_style->standardIcon(QStyle::SP_DialogCancelButton, nullptr, &button).cacheKey() != icon.cacheKey());
 }
 
 void TestJXStyle::ownsThePreviousStyle()
