@@ -6,9 +6,11 @@
 #include "tests/support/CTestCase.h"
 
 #include <QDir>
+#include <QTemporaryFile>
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -42,6 +44,35 @@ QByteArrayList notices(int count)
     return messages;
 }
 
+/// Takes what the process writes to its standard error for as long as it lives.
+class CCapturedErrors
+{
+  public:
+    CCapturedErrors() : m_standardError(dup(STDERR_FILENO))
+    {
+        if (m_file.open())
+            dup2(m_file.handle(), STDERR_FILENO);
+    }
+
+    ~CCapturedErrors()
+    {
+        dup2(m_standardError, STDERR_FILENO);
+        close(m_standardError);
+    }
+
+    Q_DISABLE_COPY_MOVE(CCapturedErrors)
+
+    QByteArray text()
+    {
+        m_file.seek(0);
+        return m_file.readAll();
+    }
+
+  private:
+    QTemporaryFile m_file;
+    int m_standardError;
+};
+
 /// Sends a signal to each of this process's threads but this one.
 void interruptTheOtherThreads()
 {
@@ -71,6 +102,7 @@ class TestALSAInput : public CTestCase
     void burstIsReadInOneBatch();
     void thousandMessagesFitIntoTheQueue();
     void overrunQueueGoesOnWithTheNextMessage();
+    void overrunPrintsNothing();
     void passingReadErrorsDoNotEndTheReading_data();
     void passingReadErrorsDoNotEndTheReading();
     void lastingReadErrorEndsTheReading_data();
@@ -305,6 +337,19 @@ void TestALSAInput::overrunQueueGoesOnWithTheNextMessage()
     send("\xF0\x55\xF7");
     send("\xF0\x56\xF7");
     QTRY_COMPARE(observer.records(), QByteArrayList({"\xF0\x55\xF7", "\xF0\x56\xF7"}));
+}
+
+void TestALSAInput::overrunPrintsNothing()
+{
+    CCapturedErrors errors;
+    std::fputs("captured\n", stderr);
+    CRecordingObserver observer;
+    CTestedInput input;
+    open(&input, &observer);
+    FakeALSA::failNext("snd_seq_event_input", -ENOSPC);
+    send(noticeOf(1));
+    QTRY_COMPARE(observer.records(), notices(2).mid(1));
+    QCOMPARE(errors.text(), "captured\n");
 }
 
 void TestALSAInput::passingReadErrorsDoNotEndTheReading_data()
