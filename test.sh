@@ -55,12 +55,13 @@ if [ $analysis = yes ]; then
 fi
 
 if [ -n "$fuzz" ]; then
-    need_packages $packages_build $packages_fuzz
+    need_packages $packages_build $packages_clang
     build_preset fuzz
     exec tests/fuzz/run build/fuzz "$fuzz"
 fi
 
 need_packages $packages_build $packages_display $packages_tests
+[ "$preset" != asan ] || need_packages $packages_clang
 [ $system = no ] || need_packages $packages_system
 
 if [ $references = yes ]; then

@@ -6,7 +6,7 @@ packages_tests="gdb"
 packages_system="qemu-system-x86 busybox-static cpio kmod alsa-utils"
 packages_checks="clang-format"
 packages_analysis="clang-tidy clazy cppcheck"
-packages_fuzz="clang libclang-rt-dev llvm"
+packages_clang="clang libclang-rt-dev llvm"
 
 # need_packages LIST...: every package named in the lists is there afterwards, or the script ends with a clear line.
 need_packages() {

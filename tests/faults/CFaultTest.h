@@ -3,13 +3,6 @@
 #include "tests/soak/ProcessResources.h"
 #include "tests/support/CTestCase.h"
 
-// A sanitizer keeps what was freed, to notice who uses it still.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-inline constexpr bool k_freedMemoryIsKept = true;
-#else
-inline constexpr bool k_freedMemoryIsKept = false;
-#endif
-
 /// Base of the tests of a family of faults: after each row, threads and descriptors have to be back to where they were,
 /// and after all of them the memory.
 class CFaultTest : public CTestCase

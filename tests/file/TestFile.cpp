@@ -5,6 +5,7 @@
 #include "tests/support/CTestCase.h"
 
 #include <QDomDocument>
+#include <QStringEncoder>
 
 #include <optional>
 

@@ -3,9 +3,11 @@
 #include "file/CFileWrapper.h"
 #include "tests/file/SettingsFixture.h"
 #include "tests/support/CTestCase.h"
+#include "tests/support/MemoryIsSanitized.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStringEncoder>
 
 #include <functional>
 #include <optional>
@@ -19,13 +21,6 @@ namespace
 {
 constexpr qint64 k_timeLimit = 2000;        // milliseconds
 constexpr qint64 k_memoryLimit = 64 * 1024; // kilobytes
-
-// A sanitizer's own memory would be measured with ours.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool k_memoryIsSanitized = true;
-#else
-constexpr bool k_memoryIsSanitized = false;
-#endif
 
 QByteArray document(const QByteArray& controlView)
 {

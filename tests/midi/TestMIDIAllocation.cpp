@@ -6,7 +6,7 @@
 #include <atomic>
 #include <thread>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(__GLIBC__)
+#if defined(KTZ_SANITIZED) || !defined(__GLIBC__)
 #define KTZ_COUNTS_ALLOCATIONS 0
 #else
 #define KTZ_COUNTS_ALLOCATIONS 1

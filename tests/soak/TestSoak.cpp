@@ -1,6 +1,7 @@
 #include "tests/soak/CSoak.h"
 #include "tests/soak/ProcessResources.h"
 #include "tests/support/CTestCase.h"
+#include "tests/support/MemoryIsSanitized.h"
 
 #include <QCommandLineParser>
 #include <QElapsedTimer>
@@ -18,13 +19,6 @@ constexpr int k_shortRun = 300;
 
 // Caches, logs and the holes in the heap have filled by half of the run; what grows on is a leak.
 constexpr qint64 k_memoryNoise = 4096; // kilobytes
-
-// A sanitizer keeps what was freed, to notice who uses it still.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool k_freedMemoryIsKept = true;
-#else
-constexpr bool k_freedMemoryIsKept = false;
-#endif
 } // namespace
 
 class TestSoak : public CTestCase
@@ -68,7 +62,7 @@ void TestSoak::editorAndDeviceAgreeAndNothingGrows()
         return;
     QCOMPARE(atLast.threads, halfWay.threads);
     QCOMPARE(atLast.descriptors, halfWay.descriptors);
-    QVERIFY(k_freedMemoryIsKept || atLast.residentKilobytes <= halfWay.residentKilobytes + k_memoryNoise);
+    QVERIFY(k_memoryIsSanitized || atLast.residentKilobytes <= halfWay.residentKilobytes + k_memoryNoise);
 }
 
 /// test_soak [--minutes N] [--seed S]: without minutes, a short run with seed 1.

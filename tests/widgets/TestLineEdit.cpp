@@ -6,6 +6,7 @@
 
 #include <QClipboard>
 #include <QMenu>
+#include <QTimer>
 #include <QValidator>
 
 namespace

@@ -6,6 +6,7 @@
 #include "widgets/CSpinButton.h"
 
 #include <QAbstractEventDispatcher>
+#include <QTimer>
 
 namespace
 {
