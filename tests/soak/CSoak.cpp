@@ -19,7 +19,7 @@ void CSoak::start()
     m_fixture.plug();
     m_fixture.startWhole();
     m_fixture.waitUntilConnected();
-    m_boxesBefore = m_answer.boxes().size();
+    m_answer.forgetBoxes();
     ++m_starts;
     compare();
 }
@@ -85,6 +85,8 @@ void CSoak::step()
     }
     m_fixture.forgetSent();
     m_fixture.device.clearTraffic();
+    // Many a step waits for nothing, and what the display has to say about it would pile up.
+    QCoreApplication::processEvents();
 }
 
 void CSoak::wheelField()
@@ -234,11 +236,7 @@ void CSoak::compare()
 bool CSoak::isLost() const
 {
     const auto& boxes = m_answer.boxes();
-    for (qsizetype box = m_boxesBefore; box < boxes.size(); ++box) {
-        if (boxes.at(box).text == k_connectionErrorMessage)
-            return true;
-    }
-    return false;
+    return std::ranges::any_of(boxes, [](const auto& box) { return box.text == k_connectionErrorMessage; });
 }
 
 int CSoak::below(int bound)

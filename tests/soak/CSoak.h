@@ -71,7 +71,6 @@ class CSoak
     QTemporaryDir m_folder;
     EditorFixture m_fixture;
     CMessageBoxAnswer m_answer{QMessageBox::Ok};
-    qsizetype m_boxesBefore = 0;
     int m_starts = 0;
     int m_losses = 0;
     int m_files = 0;

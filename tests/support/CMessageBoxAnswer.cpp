@@ -15,6 +15,11 @@ const QList<CMessageBoxAnswer::Box>& CMessageBoxAnswer::boxes() const
     return m_boxes;
 }
 
+void CMessageBoxAnswer::forgetBoxes()
+{
+    m_boxes.clear();
+}
+
 void CMessageBoxAnswer::setAnswer(QMessageBox::StandardButton answer)
 {
     m_answer = answer;

@@ -23,7 +23,9 @@ class CMessageBoxAnswer : public QObject
         QWidget* parent = nullptr;
     };
 
+    /// The boxes seen so far, or since they were last forgotten, in their order.
     [[nodiscard]] const QList<Box>& boxes() const;
+    void forgetBoxes();
 
     /// What the next boxes get.
     void setAnswer(QMessageBox::StandardButton answer);
