@@ -1,6 +1,6 @@
 #include "tests/support/CTestCase.h"
+#include "tests/widgets/ActiveWindow.h"
 #include "tests/widgets/ColorStrip.h"
-#include "tests/widgets/ConnectedMemory.h"
 #include "tests/widgets/WidgetEvents.h"
 #include "widgets/CImageSlider.h"
 
@@ -10,7 +10,6 @@
 
 namespace
 {
-constexpr int k_ledTypeOfKnob2 = 1502;
 constexpr QSize k_size(60, 15);
 } // namespace
 
@@ -24,7 +23,6 @@ class TestImageSlider : public CTestCase
 
     void defaults();
     void propertiesInTheirOrder();
-    void consumedEventsAreNotPassedOn();
 
     void frameCountSetsTheRange();
     void frameCountBelow1KeepsThePreviousOne_data();
@@ -38,26 +36,12 @@ class TestImageSlider : public CTestCase
     void dragFollowsRangeAndShift();
     void pressTakesThePointerToTheCentreAtOnce();
     void pressOutsideTheSliderCountsToo();
-    void pressOfAnotherButtonOnlyPutsTheSliderDown();
-    void releaseShowsThePointerWhereThePressWas();
-    void releaseOfAnotherButtonLeavesThePointer();
-    void everyReleaseEndsAnOverrideCursor();
     void doubleClickStartsADrag();
     void focusLossEndsTheDragAndALateReleaseMovesThePointerBack();
-    void hidingDuringADragShowsThePointer();
-    void destructionDuringADragShowsThePointer();
-    void pressAfterALostReleaseHidesThePointerOnce();
     void whereThePointerCannotBePlacedItIsLeftAlone();
 
-    void wheelStepsOnce_data();
-    void wheelStepsOnce();
     void wheelLeavesTheFocus();
     void wheelOutsideTheSliderDoesNothing();
-
-    void editReachesTheDevice();
-    void refusedEditFallsBack();
-    void changeInTheMemoryIsShown();
-    void destroyedSliderIsForgottenByTheMemory();
 
   private:
     [[nodiscard]] QPoint topLeft() const;
@@ -76,9 +60,7 @@ void TestImageSlider::init()
     m_slider->setImage(coloredStrip(k_size, 1, 4));
     m_slider->setTotalImages(4);
     m_slider->setValue(1);
-    m_window->show();
-    m_window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QVERIFY(showActive(*m_window));
     m_slider->setFocus();
 }
 
@@ -111,12 +93,6 @@ void TestImageSlider::propertiesInTheirOrder()
     QCOMPARE(names, QStringList({"image", "totalImages", "controllerID"}));
     m_slider->setProperty("totalImages", 6);
     QCOMPARE(m_slider->maximum(), 5);
-}
-
-void TestImageSlider::consumedEventsAreNotPassedOn()
-{
-    QEvent polish(QEvent::Polish);
-    QVERIFY(!QApplication::sendEvent(m_slider, &polish));
 }
 
 void TestImageSlider::frameCountSetsTheRange()
@@ -235,49 +211,6 @@ void TestImageSlider::pressOutsideTheSliderCountsToo()
     sendRelease(*m_slider, centreOf(*m_slider));
 }
 
-void TestImageSlider::pressOfAnotherButtonOnlyPutsTheSliderDown()
-{
-    sendPress(*m_slider, centreOf(*m_slider), Qt::RightButton);
-    QVERIFY(m_slider->isSliderDown());
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-    sendMove(*m_slider, centreOf(*m_slider) - QPoint(0, 8));
-    QCOMPARE(m_slider->value(), 1);
-    sendRelease(*m_slider, centreOf(*m_slider), Qt::RightButton);
-    QVERIFY(!m_slider->isSliderDown());
-}
-
-void TestImageSlider::releaseShowsThePointerWhereThePressWas()
-{
-    const QPoint press = topLeft() + QPoint(3, 2);
-    QCursor::setPos(press);
-    sendPress(*m_slider, press);
-    sendRelease(*m_slider, centreOf(*m_slider));
-    QTRY_COMPARE(QCursor::pos(), press);
-    QVERIFY(!m_slider->isSliderDown());
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-    sendMove(*m_slider, press - QPoint(0, 30));
-    QCOMPARE(m_slider->value(), 1);
-}
-
-void TestImageSlider::releaseOfAnotherButtonLeavesThePointer()
-{
-    sendPress(*m_slider, topLeft() + QPoint(3, 2));
-    const QPoint elsewhere = topLeft() + QPoint(100, 100);
-    QCursor::setPos(elsewhere);
-    sendRelease(*m_slider, elsewhere, Qt::RightButton);
-    QCOMPARE(QCursor::pos(), elsewhere);
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-}
-
-void TestImageSlider::everyReleaseEndsAnOverrideCursor()
-{
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    sendRelease(*m_slider, centreOf(*m_slider), Qt::RightButton);
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-    sendRelease(*m_slider, centreOf(*m_slider), Qt::RightButton);
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-}
-
 void TestImageSlider::doubleClickStartsADrag()
 {
     const QPoint centre = centreOf(*m_slider);
@@ -304,32 +237,6 @@ void TestImageSlider::focusLossEndsTheDragAndALateReleaseMovesThePointerBack()
     QTRY_COMPARE(QCursor::pos(), press);
 }
 
-void TestImageSlider::hidingDuringADragShowsThePointer()
-{
-    m_slider->clearFocus();
-    sendPress(*m_slider, centreOf(*m_slider));
-    QVERIFY(QApplication::overrideCursor() != nullptr);
-    m_window->hide();
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-    QVERIFY(!m_slider->isSliderDown());
-}
-
-void TestImageSlider::destructionDuringADragShowsThePointer()
-{
-    sendPress(*m_slider, centreOf(*m_slider));
-    QVERIFY(QApplication::overrideCursor() != nullptr);
-    delete m_slider;
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-}
-
-void TestImageSlider::pressAfterALostReleaseHidesThePointerOnce()
-{
-    sendPress(*m_slider, centreOf(*m_slider));
-    sendPress(*m_slider, centreOf(*m_slider));
-    sendRelease(*m_slider, centreOf(*m_slider));
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-}
-
 void TestImageSlider::whereThePointerCannotBePlacedItIsLeftAlone()
 {
     m_slider->setPointerWarps(false);
@@ -344,32 +251,6 @@ void TestImageSlider::whereThePointerCannotBePlacedItIsLeftAlone()
     QCOMPARE(QCursor::pos(), press);
 }
 
-void TestImageSlider::wheelStepsOnce_data()
-{
-    QTest::addColumn<QPoint>("delta");
-    QTest::addColumn<bool>("inverted");
-    QTest::addColumn<int>("value");
-    QTest::newRow("up") << QPoint(0, 120) << false << 2;
-    QTest::newRow("down") << QPoint(0, -120) << false << 0;
-    QTest::newRow("up, inverted") << QPoint(0, 120) << true << 0;
-    QTest::newRow("down, inverted") << QPoint(0, -120) << true << 2;
-    QTest::newRow("many notches are one step") << QPoint(0, 1200) << false << 2;
-    QTest::newRow("a part of a notch is one step") << QPoint(0, -1) << false << 0;
-    QTest::newRow("nothing") << QPoint(0, 0) << false << 1;
-    QTest::newRow("sideways") << QPoint(120, 0) << false << 1;
-}
-
-void TestImageSlider::wheelStepsOnce()
-{
-    QFETCH(QPoint, delta);
-    QFETCH(bool, inverted);
-    m_slider->setInvertedControls(inverted);
-    QSignalSpy actions(m_slider, &QAbstractSlider::actionTriggered);
-    sendWheel(*m_slider, topLeft(), delta);
-    QTEST(m_slider->value(), "value");
-    QCOMPARE(actions.count(), delta.y() == 0 ? 0 : 1);
-}
-
 void TestImageSlider::wheelLeavesTheFocus()
 {
     m_slider->clearFocus();
@@ -382,52 +263,6 @@ void TestImageSlider::wheelOutsideTheSliderDoesNothing()
     sendWheel(*m_slider, topLeft() - QPoint(1, 0), QPoint(0, 120));
     sendWheel(*m_slider, topLeft() + QPoint(0, m_slider->height()), QPoint(0, 120));
     QCOMPARE(m_slider->value(), 1);
-}
-
-void TestImageSlider::editReachesTheDevice()
-{
-    ConnectedMemory connected;
-    connected.bind(*m_slider, k_ledTypeOfKnob2);
-    m_slider->updateMemAPI();
-    QCOMPARE(m_slider->value(), 2);
-    sendWheel(*m_slider, centreOf(*m_slider), QPoint(0, 120));
-    QCOMPARE(connected.device.settings(2).led, 3);
-    QCOMPARE(connected.device.received().size(), 1);
-    m_slider->unregisterObserverFromMemAPI();
-    m_slider->initialize(nullptr);
-}
-
-void TestImageSlider::refusedEditFallsBack()
-{
-    ConnectedMemory connected;
-    connected.bind(*m_slider, k_ledTypeOfKnob2);
-    m_slider->updateMemAPI();
-    connected.device.refuseSend(1);
-    sendWheel(*m_slider, centreOf(*m_slider), QPoint(0, 120));
-    QCOMPARE(m_slider->value(), 2);
-    QCOMPARE(connected.memory.getParam(k_ledTypeOfKnob2), 2);
-    m_slider->unregisterObserverFromMemAPI();
-    m_slider->initialize(nullptr);
-}
-
-void TestImageSlider::changeInTheMemoryIsShown()
-{
-    ConnectedMemory connected;
-    connected.bind(*m_slider, k_ledTypeOfKnob2);
-    connected.memory.setParam(k_ledTypeOfKnob2, 3);
-    connected.memory.updateKnob(2);
-    QCOMPARE(m_slider->value(), 3);
-    QCOMPARE(connected.device.received().size(), 0);
-    m_slider->unregisterObserverFromMemAPI();
-    m_slider->initialize(nullptr);
-}
-
-void TestImageSlider::destroyedSliderIsForgottenByTheMemory()
-{
-    ConnectedMemory connected;
-    connected.bind(*m_slider, k_ledTypeOfKnob2);
-    delete m_slider;
-    connected.memory.updateKnob(2);
 }
 
 QTEST_MAIN(TestImageSlider)
