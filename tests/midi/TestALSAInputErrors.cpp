@@ -1,0 +1,174 @@
+#include "tests/midi/CALSAInputTest.h"
+
+#include <QDir>
+#include <QTemporaryFile>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace
+{
+/// Takes what the process writes to its standard error for as long as it lives.
+class CCapturedErrors
+{
+  public:
+    CCapturedErrors() : m_standardError(dup(STDERR_FILENO))
+    {
+        if (m_file.open())
+            dup2(m_file.handle(), STDERR_FILENO);
+    }
+
+    ~CCapturedErrors()
+    {
+        dup2(m_standardError, STDERR_FILENO);
+        close(m_standardError);
+    }
+
+    Q_DISABLE_COPY_MOVE(CCapturedErrors)
+
+    QByteArray text()
+    {
+        m_file.seek(0);
+        return m_file.readAll();
+    }
+
+  private:
+    QTemporaryFile m_file;
+    int m_standardError;
+};
+
+/// Sends a signal to each of this process's threads but this one.
+void interruptTheOtherThreads()
+{
+    for (const QString& task : QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (task.toLong() != syscall(SYS_gettid))
+            syscall(SYS_tgkill, getpid(), task.toLong(), SIGUSR1);
+    }
+}
+} // namespace
+
+/// Reading when the sequencer reports an error, or a signal comes between.
+class TestALSAInputErrors : public CALSAInputTest
+{
+    Q_OBJECT
+
+  private slots:
+    void overrunQueueGoesOnWithTheNextMessage();
+    void overrunPrintsNothing();
+    void passingReadErrorsDoNotEndTheReading_data();
+    void passingReadErrorsDoNotEndTheReading();
+    void lastingReadErrorEndsTheReading_data();
+    void lastingReadErrorEndsTheReading();
+    void hangUpEndsTheReading();
+    void signalDoesNotEndTheReading();
+};
+
+void TestALSAInputErrors::overrunQueueGoesOnWithTheNextMessage()
+{
+    CRecordingObserver observer;
+    CTestedInput input;
+    QCOMPARE(input.initialize(), 0);
+    input.registerObserver(&observer);
+    FakeALSA::holdReading();
+    QVERIFY(input.openPort(0));
+    for (const QByteArray& message : notices(1001))
+        send(message);
+    FakeALSA::continueReading();
+    QTRY_COMPARE(FakeALSA::queuedCells(FakeALSA::newestOpenClient()), 0);
+    // All that the queue held is lost; what comes now is not.
+    send("\xF0\x55\xF7");
+    send("\xF0\x56\xF7");
+    QTRY_COMPARE(observer.records(), QByteArrayList({"\xF0\x55\xF7", "\xF0\x56\xF7"}));
+}
+
+void TestALSAInputErrors::overrunPrintsNothing()
+{
+    CCapturedErrors errors;
+    std::fputs("captured\n", stderr);
+    CRecordingObserver observer;
+    CTestedInput input;
+    open(&input, &observer);
+    FakeALSA::failNext("snd_seq_event_input", -ENOSPC);
+    send(noticeOf(1));
+    QTRY_COMPARE(observer.records(), notices(2).mid(1));
+    QCOMPARE(errors.text(), "captured\n");
+}
+
+void TestALSAInputErrors::passingReadErrorsDoNotEndTheReading_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::newRow("nothing there after all") << -EAGAIN;
+    QTest::newRow("interrupted") << -EINTR;
+    QTest::newRow("overrun") << -ENOSPC;
+}
+
+void TestALSAInputErrors::passingReadErrorsDoNotEndTheReading()
+{
+    QFETCH(int, status);
+    CRecordingObserver observer;
+    CTestedInput input;
+    open(&input, &observer);
+    FakeALSA::failNext("snd_seq_event_input", status);
+    send(noticeOf(1));
+    send(noticeOf(2));
+    QTRY_COMPARE(observer.records(), notices(3).mid(1));
+}
+
+void TestALSAInputErrors::lastingReadErrorEndsTheReading_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::newRow("device gone") << -ENODEV;
+    QTest::newRow("bad state") << -EBADFD;
+    QTest::newRow("cut event") << -EINVAL;
+}
+
+void TestALSAInputErrors::lastingReadErrorEndsTheReading()
+{
+    QFETCH(int, status);
+    CRecordingObserver observer;
+    CTestedInput input;
+    open(&input, &observer);
+    FakeALSA::failAlways("snd_seq_event_input", status);
+    send(noticeOf(1));
+    QTRY_COMPARE(FakeALSA::calls("snd_seq_event_input"), 1);
+    QTest::qWait(20); // gives a loop that tries again and again the time to show
+    QCOMPARE(FakeALSA::calls("snd_seq_event_input"), 1);
+    input.closePort();
+    QVERIFY(observer.records().isEmpty());
+}
+
+void TestALSAInputErrors::hangUpEndsTheReading()
+{
+    CRecordingObserver observer;
+    CTestedInput input;
+    open(&input, &observer);
+    FakeALSA::hangUp(FakeALSA::newestOpenClient());
+    QTest::qWait(20); // gives a loop the time to show
+    QCOMPARE(FakeALSA::calls("snd_seq_event_input"), 0);
+}
+
+void TestALSAInputErrors::signalDoesNotEndTheReading()
+{
+    struct sigaction action = {};
+    action.sa_handler = [](int) {};
+    struct sigaction before = {};
+    QCOMPARE(sigaction(SIGUSR1, &action, &before), 0);
+    CRecordingObserver observer;
+    CTestedInput input;
+    open(&input, &observer);
+    send(noticeOf(0));
+    QTRY_COMPARE(observer.records().size(), 1);
+    for (int i = 1; i < 50; ++i) {
+        interruptTheOtherThreads();
+        send(noticeOf(i));
+    }
+    QTRY_COMPARE(observer.records(), notices(50));
+    input.closePort();
+    QCOMPARE(sigaction(SIGUSR1, &before, nullptr), 0);
+}
+
+QTEST_GUILESS_MAIN(TestALSAInputErrors)
+#include "TestALSAInputErrors.moc"
