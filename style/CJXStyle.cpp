@@ -308,16 +308,16 @@ QPixmap CJXStyle::standardPixmap(StandardPixmap pixmap, const QStyleOption* opti
 
 QIcon CJXStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* w) const
 {
+    const bool isOurs = isCustomStyle(w);
     // A menu bar asks for its overflow arrow while it is made. Ours never overflows, and the first of the toolkit's
     // icons has it load every image plugin of the system.
-    if (icon == SP_ToolBarHorizontalExtensionButton && isCustomStyle(w))
+    if (icon == SP_ToolBarHorizontalExtensionButton && isOurs)
         return {};
     // Qt remembers the name of every picture that it drew of an icon, and each icon made anew brings new names: a
     // dialog's buttons would cost memory each time that it opens.
-    QIcon& kept = m_standardIcons[{icon, isCustomStyle(w)}];
+    QIcon& kept = m_standardIcons[{icon, isOurs}];
     if (kept.isNull())
-        kept = isCustomStyle(w) ? QProxyStyle::standardIcon(icon, option, w)
-                                : m_fallbackStyle->standardIcon(icon, option, w);
+        kept = isOurs ? QProxyStyle::standardIcon(icon, option, w) : m_fallbackStyle->standardIcon(icon, option, w);
     return kept;
 }
 
