@@ -35,6 +35,15 @@ void CALSAInputTest::open(CMIDIInput_ALSA* input, CRecordingObserver* observer)
     QVERIFY(input->isMIDIConnect());
 }
 
+void CALSAInputTest::openUnread(CMIDIInput_ALSA* input, CRecordingObserver* observer,
+                                const QByteArrayList& messages) const
+{
+    FakeALSA::holdReading();
+    open(input, observer);
+    for (const QByteArray& message : messages)
+        send(message);
+}
+
 void CALSAInputTest::send(const QByteArray& message) const
 {
     FakeALSA::send(m_device, m_port, message);

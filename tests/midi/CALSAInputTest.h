@@ -32,6 +32,9 @@ class CALSAInputTest : public CTestCase
     /// Opens the port to the device, for the observer.
     static void open(CMIDIInput_ALSA* input, CRecordingObserver* observer);
 
+    /// The same while nobody reads, and then the device sends these; FakeALSA::continueReading() has them read.
+    void openUnread(CMIDIInput_ALSA* input, CRecordingObserver* observer, const QByteArrayList& messages) const;
+
     /// From the device.
     void send(const QByteArray& message) const;
 

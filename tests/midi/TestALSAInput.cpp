@@ -147,13 +147,8 @@ void TestALSAInput::burstIsReadInOneBatch()
 {
     CRecordingObserver observer;
     CTestedInput input;
-    QCOMPARE(input.initialize(), 0);
-    input.registerObserver(&observer);
-    // Before the reading begins, a burst of the size that comes while the process is held up.
-    FakeALSA::holdReading();
-    QVERIFY(input.openPort(0));
-    for (const QByteArray& message : notices(760))
-        send(message);
+    // A burst of the size that comes while the process is held up.
+    openUnread(&input, &observer, notices(760));
     FakeALSA::continueReading();
     QTRY_COMPARE(observer.records(), notices(760));
     QCOMPARE(FakeALSA::fetches(), 1);
@@ -163,12 +158,7 @@ void TestALSAInput::thousandMessagesFitIntoTheQueue()
 {
     CRecordingObserver observer;
     CTestedInput input;
-    QCOMPARE(input.initialize(), 0);
-    input.registerObserver(&observer);
-    FakeALSA::holdReading();
-    QVERIFY(input.openPort(0));
-    for (const QByteArray& message : notices(1000))
-        send(message);
+    openUnread(&input, &observer, notices(1000));
     QCOMPARE(FakeALSA::queuedCells(FakeALSA::newestOpenClient()), 2000);
     FakeALSA::continueReading();
     QTRY_COMPARE(observer.records(), notices(1000));

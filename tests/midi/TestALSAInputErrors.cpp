@@ -70,12 +70,7 @@ void TestALSAInputErrors::overrunQueueGoesOnWithTheNextMessage()
 {
     CRecordingObserver observer;
     CTestedInput input;
-    QCOMPARE(input.initialize(), 0);
-    input.registerObserver(&observer);
-    FakeALSA::holdReading();
-    QVERIFY(input.openPort(0));
-    for (const QByteArray& message : notices(1001))
-        send(message);
+    openUnread(&input, &observer, notices(1001));
     FakeALSA::continueReading();
     QTRY_COMPARE(FakeALSA::queuedCells(FakeALSA::newestOpenClient()), 0);
     // All that the queue held is lost; what comes now is not.
@@ -90,11 +85,13 @@ void TestALSAInputErrors::overrunPrintsNothing()
     std::fputs("captured\n", stderr);
     CRecordingObserver observer;
     CTestedInput input;
-    open(&input, &observer);
-    FakeALSA::failNext("snd_seq_event_input", -ENOSPC);
+    openUnread(&input, &observer, notices(1001));
+    FakeALSA::continueReading();
+    QTRY_COMPARE(FakeALSA::queuedCells(FakeALSA::newestOpenClient()), 0);
     send(noticeOf(1));
     QTRY_COMPARE(observer.records(), notices(2).mid(1));
     QCOMPARE(errors.text(), "captured\n");
+    QCOMPARE(FakeALSA::printedMessages(), 0);
 }
 
 void TestALSAInputErrors::passingReadErrorsDoNotEndTheReading_data()
