@@ -78,6 +78,33 @@ void CMemAPI::setParamList(const ParamList& list)
         m_store->setParamList(list);
 }
 
+bool CMemAPI::loadParamList(const std::function<bool()>& load)
+{
+    if (!m_store)
+        return load();
+    bool loaded = false;
+    {
+        const std::scoped_lock lock(*m_store);
+        const ParamList before = m_store->getParamList();
+        const bool wasDirty = m_store->isDirty();
+        loaded = load();
+        m_store->setParamList(completed(m_store->getParamList(), before));
+        m_store->setDirty(!loaded && wasDirty);
+    }
+    notifyEntries(getParamList());
+    return loaded;
+}
+
+void CMemAPI::notifyEntries(const ParamList& list)
+{
+    for (auto it = list.cbegin(); it != list.cend(); ++it) {
+        if (it.value().typeId() == QMetaType::QVariantMap)
+            notifyEntries(it.value().toMap());
+        else
+            notifyParamChabgedById(it.key().toInt());
+    }
+}
+
 bool CMemAPI::isDirty() const
 {
     return m_store && m_store->isDirty();

@@ -10,6 +10,7 @@
 #include <QMap>
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -47,6 +48,15 @@ class CMemAPI : public CMIDITransportObserver
 
     [[nodiscard]] ParamList getParamList() const;
     void setParamList(const ParamList& list); ///< notifies nobody
+
+    /// Runs load, which may put any list into the table and says whether that succeeded, and makes the table whole
+    /// again: what the list lacks keeps the value that it had. Then tells the observers of every parameter. The changed
+    /// flag is cleared after a success and as it was after a failure.
+    ///
+    /// Threads  what the device reports waits until the table is whole, so that it falls on the right parameters, and
+    ///          sets the changed flag anew. load must not wait for the device.
+    /// The result is load's.
+    [[nodiscard]] bool loadParamList(const std::function<bool()>& load);
 
     [[nodiscard]] bool isDirty() const;
     void setDirty(bool dirty);
@@ -103,6 +113,9 @@ class CMemAPI : public CMIDITransportObserver
     [[nodiscard]] bool sendBytes(CMIDIOutput& output, const QByteArray& message);
 
     void createPortDirectory(std::unique_ptr<CMIDIPort> directory);
+
+    /// Notifies the observers of each parameter of the list, also in its maps, in key order.
+    void notifyEntries(const ParamList& list);
 
     std::unique_ptr<CParamManager> m_store;
     std::unique_ptr<CMessageManager> m_codec;

@@ -68,11 +68,8 @@ void CMemAPIWrapper::setKnob(int id, int value)
 
 void CMemAPIWrapper::updateKnob(int knob)
 {
-    if (!settings())
-        return;
-    const ParamList list = settings()->getParamListFromKnob(knob);
-    for (auto it = list.keyBegin(); it != list.keyEnd(); ++it)
-        notifyParamChabgedById(it->toInt());
+    if (settings())
+        notifyEntries(settings()->getParamListFromKnob(knob));
 }
 
 bool CMemAPIWrapper::requestAllParam()

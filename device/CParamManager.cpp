@@ -39,3 +39,13 @@ void CParamManager::setDirty(bool dirty)
     const std::scoped_lock lock(m_mutex);
     m_dirty = dirty;
 }
+
+void CParamManager::lock()
+{
+    m_mutex.lock();
+}
+
+void CParamManager::unlock()
+{
+    m_mutex.unlock();
+}

@@ -25,6 +25,10 @@ class CParamManager
     [[nodiscard]] bool isDirty() const;
     void setDirty(bool dirty);
 
+    /// The table's mutex, for std::scoped_lock: several operations become one for every other thread.
+    void lock();
+    void unlock();
+
   protected:
     ParamList m_list;
     mutable CRecursiveMutex m_mutex;

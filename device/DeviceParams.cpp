@@ -40,3 +40,15 @@ ParamList settingsOnly(const ParamList& wholeList)
     }
     return kept;
 }
+
+ParamList completed(const ParamList& list, const ParamList& other)
+{
+    ParamList whole = list;
+    for (auto it = other.cbegin(); it != other.cend(); ++it) {
+        if (it.value().typeId() == QMetaType::QVariantMap)
+            whole.insert(it.key(), completed(list.value(it.key()).toMap(), it.value().toMap()));
+        else if (!list.contains(it.key()))
+            whole.insert(it.key(), it.value());
+    }
+    return whole;
+}

@@ -67,3 +67,6 @@ inline constexpr std::array<std::array<int, 5>, k_numOfKnobs> k_defaultParamList
 /// The list with nothing but settings of the device, each in its range: without other knobs, other ids and knobs that
 /// have no settings. What is no number becomes 0, what is out of range the end that is nearer; the rest stays as it is.
 [[nodiscard]] ParamList settingsOnly(const ParamList& wholeList);
+
+/// The list with every entry of the other that it lacks, in its maps too; what it holds itself stays.
+[[nodiscard]] ParamList completed(const ParamList& list, const ParamList& other);

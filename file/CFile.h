@@ -36,7 +36,8 @@ class CFile
     /// Asks about unsaved changes and for a file, and opens that. false: cancelled, or failed and told so.
     bool openFile();
 
-    /// Opens a file. A fault part-way leaves what was read before it in the memory, and the changed flag as it was.
+    /// Opens a file. What it does not give, because it lacks it or has a fault, keeps its value in the memory, whose
+    /// observers are told in any case. A failure leaves the changed flag as it was.
     /// false: an empty name, or failed and told so.
     bool openFile(const QString& name);
 
@@ -71,7 +72,6 @@ class CFile
     /// Empty: cancelled.
     [[nodiscard]] QString askForSaveName() const;
     [[nodiscard]] bool writeAndTell(const QString& name);
-    void fileIsCurrent(const QString& name);
 
     QWidget* m_parent;
     QString m_currentPath;

@@ -38,17 +38,17 @@ bool CFile::openFile(const QString& name)
 {
     if (name.isEmpty())
         return false;
-    const bool wasDirty = m_memory != nullptr && m_memory->isDirty();
-    const QString error = read(name);
-    if (!error.isEmpty()) {
-        // What was read before the fault is in the memory, but it is no edit of the user's.
-        if (m_memory != nullptr)
-            m_memory->setDirty(wasDirty);
-        CMessageBox::warning(m_parent, k_openDialogTitle, error, QMessageBox::Ok, QMessageBox::Ok);
-        return false;
+    QString error;
+    const auto load = [&] {
+        error = read(name);
+        return error.isEmpty();
+    };
+    if (m_memory != nullptr ? m_memory->loadParamList(load) : load()) {
+        m_currentPath = name;
+        return true;
     }
-    fileIsCurrent(name);
-    return true;
+    CMessageBox::warning(m_parent, k_openDialogTitle, error, QMessageBox::Ok, QMessageBox::Ok);
+    return false;
 }
 
 bool CFile::saveFile()
@@ -85,18 +85,17 @@ QString CFile::askForSaveName() const
 
 bool CFile::writeAndTell(const QString& name)
 {
-    const QString error = write(name);
-    if (!error.isEmpty()) {
-        CMessageBox::warning(m_parent, k_saveDialogTitle, error, QMessageBox::Ok, QMessageBox::Ok);
-        return false;
-    }
-    fileIsCurrent(name);
-    return true;
-}
-
-void CFile::fileIsCurrent(const QString& name)
-{
-    m_currentPath = name;
+    const bool wasDirty = m_memory != nullptr && m_memory->isDirty();
+    // Before the file is made: what the device reports from here on may not be in it, and keeps its mark.
     if (m_memory != nullptr)
         m_memory->setDirty(false);
+    const QString error = write(name);
+    if (error.isEmpty()) {
+        m_currentPath = name;
+        return true;
+    }
+    if (wasDirty)
+        m_memory->setDirty(true);
+    CMessageBox::warning(m_parent, k_saveDialogTitle, error, QMessageBox::Ok, QMessageBox::Ok);
+    return false;
 }

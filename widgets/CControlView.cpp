@@ -55,6 +55,14 @@ const QString& mimeTypeOf(int control)
 {
     return *k_controls[static_cast<std::size_t>(control)].mimeType;
 }
+
+/// What this process put on the clipboard for the knob that it copied last; null once that is gone. A knob copied in
+/// another editor looks the same, but stands for settings that are not here.
+QPointer<const QMimeData>& ownKnobMark()
+{
+    static QPointer<const QMimeData> mark;
+    return mark;
+}
 } // namespace
 
 CControlView::CControlView(QWidget* parent, CMemAPIWrapper* memory) : QWidget(parent), m_memory(memory) {}
@@ -164,7 +172,8 @@ bool CControlView::canCopy() const
 bool CControlView::canPaste() const
 {
     const QMimeData* mimeData = QGuiApplication::clipboard()->mimeData();
-    return mimeData != nullptr && mimeData->hasFormat(mimeTypeOf(m_selectedControl));
+    return mimeData != nullptr && mimeData->hasFormat(mimeTypeOf(m_selectedControl)) &&
+           (m_selectedControl != k_wholeKnob || mimeData == ownKnobMark());
 }
 
 void CControlView::copy()
@@ -175,6 +184,7 @@ void CControlView::copy()
         if (m_memory != nullptr) {
             m_memory->copyParamListFromKnobValueList(m_numOfKnob);
             mimeData->setData(mimeType, QByteArray());
+            ownKnobMark() = mimeData;
         }
     } else if (const CSlideEditor* editor = selectedEditor()) {
         mimeData->setData(mimeType, QByteArray::number(editor->getValue()));

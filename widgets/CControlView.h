@@ -12,7 +12,7 @@ class QAbstractSlider;
 /// last, and copies and pastes that control's setting through the system clipboard.
 ///
 /// Clipboard  each control has a format of its own. A setting is its value as stored, as decimal text. A knob is a mark
-///            alone: its settings stay in the memory's copy buffer.
+///            alone: its settings stay in the memory's copy buffer, so that only this process can paste it.
 /// Memory     borrowed; null for none. It is used by commands alone, so it may go before this widget does.
 class CControlView : public QWidget
 {

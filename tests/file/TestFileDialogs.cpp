@@ -7,6 +7,7 @@
 
 #include <QApplication>
 
+#include <functional>
 #include <optional>
 
 namespace
@@ -54,6 +55,10 @@ class TestFileDialogs : public CTestCase
     void saveFileOverwritesTheCurrentFileWithoutAsking();
     void saveFileOfADeletedFileAsksForAName();
     void saveFileFails();
+    void changeDuringAWriteKeepsItsMark_data();
+    void changeDuringAWriteKeepsItsMark();
+    void reportDuringAReadKeepsItsMark_data();
+    void reportDuringAReadKeepsItsMark();
 
     void saveAsFileCancelled();
     void saveAsFileAddsTheSuffix_data();
@@ -249,8 +254,11 @@ void TestFileDialogs::openFileFails()
     QVERIFY(!file.openFile(m_settings->file("a.CJX", bytes)));
     QCOMPARE(file.currentPath(), before);
     QCOMPARE(m_settings->memory.isDirty(), wasDirty);
-    const ParamList readBeforeTheFault{{"0", ParamList{{"1100", "1"}}}};
-    QCOMPARE(m_settings->memory.getParamList(), replaced ? readBeforeTheFault : factoryList());
+    // What was read before the fault counts, and the rest is what it was.
+    ParamList expected = factoryList();
+    if (replaced)
+        expected["0"] = knobList(0, {"1", 0, 127, 0, 0});
+    QCOMPARE(m_settings->memory.getParamList(), expected);
 
     QCOMPARE(m_boxes->boxes().size(), 1);
     const CMessageBoxAnswer::Box box = m_boxes->boxes().first();
@@ -363,6 +371,96 @@ void TestFileDialogs::saveFileFails()
     QCOMPARE(box.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     QCOMPARE(box.defaultButton, QMessageBox::Ok);
     QCOMPARE(box.parent, &*m_window);
+}
+
+namespace
+{
+/// A settings file during whose writing and reading something happens, and which may then fail.
+class CInterruptedFile : public CFileWrapper
+{
+  public:
+    CInterruptedFile(QWidget* window, CMemAPIWrapper* memory, std::function<void()> interruption, bool fails)
+        : CFileWrapper(window, memory), m_interruption(std::move(interruption)), m_fails(fails)
+    {
+    }
+
+    QString createData(QDomDocument* document) override
+    {
+        QString error = CFileWrapper::createData(document);
+        m_interruption();
+        return m_fails ? k_saveError : error;
+    }
+
+    QString parseData(const QDomDocument& document) override
+    {
+        QString error = CFileWrapper::parseData(document);
+        m_interruption();
+        return m_fails ? k_openError : error;
+    }
+
+  private:
+    std::function<void()> m_interruption;
+    bool m_fails;
+};
+} // namespace
+
+void TestFileDialogs::changeDuringAWriteKeepsItsMark_data()
+{
+    QTest::addColumn<bool>("wasDirty");
+    QTest::addColumn<bool>("changes");
+    QTest::addColumn<bool>("fails");
+    QTest::addColumn<bool>("isDirty");
+    QTest::newRow("nothing changed") << false << false << false << false;
+    QTest::newRow("changed before") << true << false << false << false;
+    QTest::newRow("changed meanwhile") << false << true << false << true;
+    QTest::newRow("changed before and meanwhile") << true << true << false << true;
+    QTest::newRow("nothing changed, write fails") << false << false << true << false;
+    QTest::newRow("changed before, write fails") << true << false << true << true;
+    QTest::newRow("changed meanwhile, write fails") << false << true << true << true;
+}
+
+void TestFileDialogs::changeDuringAWriteKeepsItsMark()
+{
+    QFETCH(bool, wasDirty);
+    QFETCH(bool, changes);
+    QFETCH(bool, fails);
+    CMemAPIWrapper& memory = m_settings->memory;
+    memory.setDirty(wasDirty);
+    const auto change = [&] {
+        if (changes)
+            memory.setParam(1103, 99);
+    };
+    CInterruptedFile file(&*m_window, &memory, change, fails);
+    CFileDialogAnswer dialogs({m_settings->path("set.CJX")});
+    QCOMPARE(file.saveAsFile(), !fails);
+    QTEST(memory.isDirty(), "isDirty");
+}
+
+void TestFileDialogs::reportDuringAReadKeepsItsMark_data()
+{
+    QTest::addColumn<bool>("fails");
+    QTest::newRow("read") << false;
+    QTest::newRow("read fails") << true;
+}
+
+void TestFileDialogs::reportDuringAReadKeepsItsMark()
+{
+    QFETCH(bool, fails);
+    SimulatedDeviceFixture system;
+    system.plug();
+    CMemAPIWrapper memory;
+    memory.initialize();
+    memory.setParamList(factoryList());
+    memory.setDirty(false);
+    // The list has one knob by then, and that has no channel: the report waits until it has everything.
+    system.device.setSettings(3, {44, 5, 100, 20, 2});
+    CInterruptedFile file(
+        &*m_window, &memory, [&] { system.device.reportSettings(3); }, fails);
+    QCOMPARE(file.openFile(m_settings->file("set.CJX", k_goodFile)), !fails);
+    QTRY_COMPARE(memory.getParam(1503), 2);
+    QVERIFY(memory.isDirty());
+    QCOMPARE(memory.getParamList().value("3").toMap(), knobList(3, {44, 5, 100, 20, 2}));
+    QCOMPARE(memory.getParamList().value("4"), factoryList().value("4"));
 }
 
 void TestFileDialogs::saveAsFileCancelled()

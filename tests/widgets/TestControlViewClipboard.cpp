@@ -26,6 +26,8 @@ class TestControlViewClipboard : public CControlViewTest
     void pasteOfAnotherFormatDoesNothing();
     void settingPastesOntoTheSameControlOfAnotherKnob();
     void pastedKnobReachesMemoryWidgetsAndDevice();
+    void knobOfAnotherEditorIsNotPasted_data();
+    void knobOfAnotherEditorIsNotPasted();
     void knobCopiedBeforeARestartCannotBePasted();
 };
 
@@ -93,7 +95,8 @@ void TestControlViewClipboard::canPasteWhatTheSelectedControlTakes_data()
 void TestControlViewClipboard::canPasteWhatTheSelectedControlTakes()
 {
     QFETCH(int, held);
-    fillClipboard(mimeTypeOf(held), QByteArray("1"));
+    select(m_page2, held);
+    m_page2->copy();
     for (int control = 0; control <= 5; ++control) {
         select(m_page2, control);
         QCOMPARE(m_page2->canPaste(), control == held);
@@ -195,6 +198,27 @@ void TestControlViewClipboard::pastedKnobReachesMemoryWidgetsAndDevice()
     QCOMPARE(editorOf(m_page5, k_midiCh)->getValue(), 11);
     QCOMPARE(editorOf(m_page5, k_ledType)->getValue(), 2);
     QCOMPARE(m_connected->device.settings(5), (KnobSettings{10, 11, 127, 0, 2}));
+}
+
+void TestControlViewClipboard::knobOfAnotherEditorIsNotPasted_data()
+{
+    QTest::addColumn<bool>("copiedHereBefore");
+    QTest::newRow("none was copied here") << false;
+    QTest::newRow("another one was copied here before") << true;
+}
+
+void TestControlViewClipboard::knobOfAnotherEditorIsNotPasted()
+{
+    QFETCH(bool, copiedHereBefore);
+    if (copiedHereBefore)
+        m_page2->copy();
+    fillClipboard(k_mimeType_Knob, QByteArray());
+    const ParamList before = m_connected->memory.getParamList();
+    QVERIFY(!m_page5->canPaste());
+    m_page5->paste();
+    QCOMPARE(m_connected->memory.getParamList(), before);
+    QCOMPARE(editorOf(m_page5, k_ccNum)->getValue(), 72);
+    QCOMPARE(m_connected->device.received().size(), 0);
 }
 
 void TestControlViewClipboard::knobCopiedBeforeARestartCannotBePasted()
