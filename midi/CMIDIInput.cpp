@@ -56,11 +56,20 @@ void CMIDIInput::messageReceived()
         const std::scoped_lock lock(*m_ring);
         return m_ring->avail();
     };
+    // Taken before the drain, so that everything that came before a note is delivered before it. A note that comes
+    // during the drain brings a wake-up of its own.
+    const bool overran = m_overran.exchange(false);
+    const bool ended = m_ended.exchange(false);
     while (available() != 0) {
         readMessageFromBuffer(buffer.data(), &size);
         if (CMIDITransportObserver* observer = m_observer)
             observer->messageReceived(buffer.data(), size);
     }
+    CMIDITransportObserver* observer = m_observer;
+    if (overran && observer != nullptr)
+        observer->receptionOverran();
+    if (ended && observer != nullptr)
+        observer->receptionEnded();
 }
 
 bool CMIDIInput::writeRecord(const unsigned char* data, quint16 length)
@@ -69,8 +78,10 @@ bool CMIDIInput::writeRecord(const unsigned char* data, quint16 length)
         return false;
     constexpr int headerSize = sizeof length;
     const std::scoped_lock lock(*m_ring);
-    if (m_ring->space() < headerSize + length)
+    if (m_ring->space() < headerSize + length) {
+        noteOverrun();
         return false;
+    }
     m_ring->write(reinterpret_cast<const unsigned char*>(&length), headerSize);
     m_ring->write(data, length);
     return true;
@@ -87,6 +98,16 @@ void CMIDIInput::readRecord(unsigned char* data, int* size)
     *size = (*size & ~0xFFFF) | length;
 }
 
+void CMIDIInput::noteOverrun()
+{
+    m_overran = true;
+}
+
+void CMIDIInput::noteEnd()
+{
+    m_ended = true;
+}
+
 void CMIDIInput::wakeDelivery()
 {
     if (m_thread)
@@ -95,6 +116,8 @@ void CMIDIInput::wakeDelivery()
 
 void CMIDIInput::startDelivery()
 {
+    m_overran = false;
+    m_ended = false;
     if (m_thread)
         m_thread->start(QThread::TimeCriticalPriority);
 }

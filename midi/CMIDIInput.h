@@ -15,7 +15,8 @@ class CMIDITransportObserver;
 /// Threads  the MIDI service's thread writes records (writeRecord, wakeDelivery); the delivery thread reads them and
 ///          calls the observer (messageReceived); everything else belongs to the owner's thread.
 /// Memory   the ring is allocated once, in initialize(); receiving and delivering never allocate.
-/// Failure  a record that does not fit into the ring is dropped whole.
+/// Failure  a record that does not fit into the ring is dropped whole, and the observer told once the ring has been
+///          drained. It is told too when nothing can come any more.
 /// The owner calls closePort() before it destroys the object.
 class CMIDIInput
 {
@@ -49,7 +50,8 @@ class CMIDIInput
 
     [[nodiscard]] bool isMIDIConnect() const;
 
-    /// Drains the ring: hands every record to the observer, or drops it when there is none. Delivery thread only.
+    /// Drains the ring: hands every record to the observer, or drops it when there is none, and then tells it what the
+    /// notes below say. Delivery thread only.
     void messageReceived();
 
     /// The largest record that a 16-bit length can name.
@@ -60,15 +62,21 @@ class CMIDIInput
     static constexpr int k_ringCapacity = 0x3C0000;
 
     /// Puts one record into the ring. A length of 0 makes no record.
-    /// false: the ring has no room for the whole record, or does not exist; nothing was stored.
+    /// false: the ring has no room for the whole record, which is noted as lost, or does not exist; nothing was stored.
     bool writeRecord(const unsigned char* data, quint16 length);
 
     /// What readMessageFromBuffer() does on every platform.
     void readRecord(unsigned char* data, int* size);
 
-    /// Wakes the delivery thread; called once after a batch of records.
+    /// Notes for the observer, which hears of them after the records that are in the ring by now: something was lost;
+    /// nothing comes any more. Called by whoever writes records; wakeDelivery() follows.
+    void noteOverrun();
+    void noteEnd();
+
+    /// Wakes the delivery thread; called once after a batch of records and notes.
     void wakeDelivery();
 
+    /// Forgets the notes of an earlier opening.
     void startDelivery();
     void stopDelivery();
 
@@ -80,4 +88,6 @@ class CMIDIInput
     std::unique_ptr<CCircularBuffer> m_ring;
     std::unique_ptr<CMIDIThread> m_thread;
     std::atomic<CMIDITransportObserver*> m_observer = nullptr;
+    std::atomic<bool> m_overran = false;
+    std::atomic<bool> m_ended = false;
 };

@@ -54,3 +54,15 @@ void CSimulatedInput::receive(const QByteArray& packet)
     }
     wakeDelivery();
 }
+
+void CSimulatedInput::overrun()
+{
+    noteOverrun();
+    wakeDelivery();
+}
+
+void CSimulatedInput::endReception()
+{
+    noteEnd();
+    wakeDelivery();
+}

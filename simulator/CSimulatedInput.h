@@ -18,4 +18,8 @@ class CSimulatedInput : public CMIDIInput
 
     /// Stores one packet as records and wakes the delivery thread; one thread at a time.
     void receive(const QByteArray& packet);
+
+    /// Faults of the system, of which the observer is told on the delivery thread.
+    void overrun();
+    void endReception();
 };

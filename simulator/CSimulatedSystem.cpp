@@ -75,6 +75,21 @@ void CSimulatedSystem::refuseOpens(int count)
     m_opensToRefuse = count;
 }
 
+void CSimulatedSystem::overrunInputs()
+{
+    const std::scoped_lock lock(m_mutex);
+    for (const auto& [input, endpoint] : m_inputs)
+        input->overrun();
+}
+
+void CSimulatedSystem::endReception()
+{
+    const std::scoped_lock lock(m_mutex);
+    for (const auto& [input, endpoint] : m_inputs)
+        input->endReception();
+    m_inputs.clear();
+}
+
 CSendGate& CSimulatedSystem::sendGate()
 {
     return m_sendGate;

@@ -49,6 +49,10 @@ class CSimulatedSystem : public CDeviceTransport
     /// So many of the next openPort() calls are refused.
     void refuseOpens(int count);
 
+    /// Every open input has lost something that it received; or has received its last.
+    void overrunInputs();
+    void endReception();
+
     /// Where a packet can be made to wait on its way, before anything of it is recorded; see CSendGate. While one
     /// waits, devices can be turned and unplugged, and what they say arrives.
     [[nodiscard]] CSendGate& sendGate();

@@ -89,7 +89,10 @@ void CMIDIInput_ALSA::readMessageFromBuffer(unsigned char* data, int* size)
 void CMIDIInput_ALSA::startReading()
 {
     m_reader.reset(QThread::create([this] {
-        readEvents();
+        if (!readEvents()) {
+            noteEnd();
+            wakeDelivery();
+        }
         QtTsan::futexRelease(this); // see stopReading()
     }));
     m_reader->start(QThread::TimeCriticalPriority);
@@ -110,21 +113,26 @@ void CMIDIInput_ALSA::stopReading()
     }
 }
 
-void CMIDIInput_ALSA::readEvents()
+bool CMIDIInput_ALSA::readEvents()
 {
     std::array<pollfd, 2> waiting{};
     snd_seq_poll_descriptors(m_sequencer.get(), waiting.data(), 1, POLLIN);
     waiting[1] = {m_stopSignal, POLLIN, 0};
-    while (true) {
+    int failures = 0;
+    while (failures < k_readAttempts) {
         if (poll(waiting.data(), waiting.size(), -1) < 0) {
             if (errno == EINTR)
                 continue;
-            return;
+            return false;
         }
+        if (waiting[1].revents != 0)
+            return true;
         // Woken without anything to read, the sequencer has failed.
-        if (waiting[1].revents != 0 || (waiting[0].revents & POLLIN) == 0 || !readBatch())
-            return;
+        if ((waiting[0].revents & POLLIN) == 0)
+            return false;
+        failures = readBatch() ? 0 : failures + 1;
     }
+    return false;
 }
 
 bool CMIDIInput_ALSA::readBatch()
@@ -137,9 +145,12 @@ bool CMIDIInput_ALSA::readBatch()
             store(*event);
         // Asked only now: an event's bytes lie in the buffer that asking may refill.
     } while (status >= 0 && snd_seq_event_input_pending(m_sequencer.get(), 0) > 0);
+    const bool passing = status >= 0 || status == -EAGAIN || status == -EINTR;
+    if (!passing)
+        noteOverrun(); // an error takes events with it
     wakeDelivery();
     // -ENOSPC: the queue ran over and was emptied. There is no event; the next one is as good as any.
-    return status >= 0 || status == -ENOSPC || status == -EAGAIN || status == -EINTR;
+    return passing || status == -ENOSPC;
 }
 
 void CMIDIInput_ALSA::store(const snd_seq_event_t& event)
@@ -148,4 +159,6 @@ void CMIDIInput_ALSA::store(const snd_seq_event_t& event)
     // What is longer than a record, or finds the ring full, is dropped whole.
     if (bytes.size() <= k_largestRecord)
         writeRecord(bytes.data(), static_cast<quint16>(bytes.size()));
+    else
+        noteOverrun();
 }

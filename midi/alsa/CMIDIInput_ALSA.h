@@ -11,8 +11,9 @@ class QThread;
 /// Threads  the reading thread takes events from the sequencer and puts their bytes into the ring. It runs from
 ///          openPort() to closePort(), asleep while nothing comes, and never with a lower priority than the delivery
 ///          thread: otherwise the sequencer's queue would overflow while the ring stands empty.
-/// Failure  a flood beyond the sequencer's queue loses what the queue held. Reading ends for good when the sequencer
-///          itself fails. Status values are libasound's.
+/// Failure  a flood beyond the sequencer's queue loses what the queue held. A read error can be over with its event;
+///          reading ends for good when k_readAttempts of them came without a success between, which takes no time, or
+///          when the sequencer itself fails. The observer hears of each. Status values are libasound's.
 class CMIDIInput_ALSA : public CMIDIInput
 {
   public:
@@ -27,15 +28,18 @@ class CMIDIInput_ALSA : public CMIDIInput
     /// Cells of the sequencer's queue for this client, the most that it gives: a message of 11 bytes takes two.
     static constexpr int k_queueCells = 2000;
 
+    /// Errors in a row after which reading has ended.
+    static constexpr int k_readAttempts = 8;
+
   private:
     [[nodiscard]] int createClient();
     void startReading();
     void stopReading();
 
-    /// What the reading thread does until it is stopped.
-    void readEvents();
+    /// What the reading thread does until it is stopped. false: reading has failed for good.
+    [[nodiscard]] bool readEvents();
 
-    /// Stores what the sequencer holds now and wakes the delivery thread once. false: the sequencer failed.
+    /// Stores what the sequencer holds now and wakes the delivery thread once. false: the last read failed.
     [[nodiscard]] bool readBatch();
     void store(const snd_seq_event_t& event);
 

@@ -59,6 +59,8 @@ class CMIDITestInput : public CMIDIInput
                            static_cast<quint16>(packet.size()));
     }
 
+    using CMIDIInput::noteEnd;
+    using CMIDIInput::noteOverrun;
     using CMIDIInput::ring;
     using CMIDIInput::wakeDelivery;
     using CMIDIInput::writeRecord;

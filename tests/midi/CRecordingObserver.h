@@ -17,11 +17,23 @@ class CRecordingObserver : public CMIDITransportObserver
     {
         if (m_holding)
             holdUp();
-        const std::scoped_lock lock(m_mutex);
-        m_records.append(QByteArray(reinterpret_cast<const char*>(data), size));
-        m_thread = QThread::currentThread();
+        note(QByteArray(reinterpret_cast<const char*>(data), size));
         return true;
     }
+
+    /// Noted among the records, as k_overran and k_ended.
+    void receptionOverran() override
+    {
+        note(k_overran);
+    }
+
+    void receptionEnded() override
+    {
+        note(k_ended);
+    }
+
+    static constexpr auto k_overran = "(overran)";
+    static constexpr auto k_ended = "(ended)";
 
     [[nodiscard]] QByteArrayList records() const
     {
@@ -68,6 +80,13 @@ class CRecordingObserver : public CMIDITransportObserver
     }
 
   private:
+    void note(const QByteArray& record)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_records.append(record);
+        m_thread = QThread::currentThread();
+    }
+
     void holdUp()
     {
         m_entered.release();

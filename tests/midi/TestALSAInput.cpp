@@ -138,9 +138,10 @@ void TestALSAInput::eventLongerThanARecordIsDroppedWhole()
     open(&input, &observer);
     FakeALSA::enlargeQueue(FakeALSA::newestOpenClient(), 10'000);
     send(tooLong);
+    QTRY_COMPARE(observer.records(), QByteArrayList{CRecordingObserver::k_overran});
     send(longest);
     send("\xF0\xF7");
-    QTRY_COMPARE(observer.records(), QByteArrayList({longest, "\xF0\xF7"}));
+    QTRY_COMPARE(observer.records(), QByteArrayList({CRecordingObserver::k_overran, longest, "\xF0\xF7"}));
 }
 
 void TestALSAInput::burstIsReadInOneBatch()

@@ -63,6 +63,8 @@ class TestALSAInputErrors : public CALSAInputTest
     void lastingReadErrorEndsTheReading_data();
     void lastingReadErrorEndsTheReading();
     void hangUpEndsTheReading();
+    void closingIsNoEnd();
+    void portThatEndedOpensAgain();
     void signalDoesNotEndTheReading();
 };
 
@@ -72,11 +74,11 @@ void TestALSAInputErrors::overrunQueueGoesOnWithTheNextMessage()
     CTestedInput input;
     openUnread(&input, &observer, notices(1001));
     FakeALSA::continueReading();
-    QTRY_COMPARE(FakeALSA::queuedCells(FakeALSA::newestOpenClient()), 0);
+    QTRY_COMPARE(observer.records(), QByteArrayList{CRecordingObserver::k_overran});
     // All that the queue held is lost; what comes now is not.
     send("\xF0\x55\xF7");
     send("\xF0\x56\xF7");
-    QTRY_COMPARE(observer.records(), QByteArrayList({"\xF0\x55\xF7", "\xF0\x56\xF7"}));
+    QTRY_COMPARE(observer.records(), QByteArrayList({CRecordingObserver::k_overran, "\xF0\x55\xF7", "\xF0\x56\xF7"}));
 }
 
 void TestALSAInputErrors::overrunPrintsNothing()
@@ -87,9 +89,7 @@ void TestALSAInputErrors::overrunPrintsNothing()
     CTestedInput input;
     openUnread(&input, &observer, notices(1001));
     FakeALSA::continueReading();
-    QTRY_COMPARE(FakeALSA::queuedCells(FakeALSA::newestOpenClient()), 0);
-    send(noticeOf(1));
-    QTRY_COMPARE(observer.records(), notices(2).mid(1));
+    QTRY_COMPARE(observer.records(), QByteArrayList{CRecordingObserver::k_overran});
     QCOMPARE(errors.text(), "captured\n");
     QCOMPARE(FakeALSA::printedMessages(), 0);
 }
@@ -97,21 +97,29 @@ void TestALSAInputErrors::overrunPrintsNothing()
 void TestALSAInputErrors::passingReadErrorsDoNotEndTheReading_data()
 {
     QTest::addColumn<int>("status");
-    QTest::newRow("nothing there after all") << -EAGAIN;
-    QTest::newRow("interrupted") << -EINTR;
-    QTest::newRow("overrun") << -ENOSPC;
+    QTest::addColumn<bool>("loses"); // whether an event may have gone with the error
+    QTest::newRow("nothing there after all") << -EAGAIN << false;
+    QTest::newRow("interrupted") << -EINTR << false;
+    QTest::newRow("overrun") << -ENOSPC << true;
+    QTest::newRow("cut event") << -EINVAL << true;
+    QTest::newRow("no memory for it") << -ENOMEM << true;
 }
 
 void TestALSAInputErrors::passingReadErrorsDoNotEndTheReading()
 {
     QFETCH(int, status);
+    QFETCH(bool, loses);
     CRecordingObserver observer;
     CTestedInput input;
     open(&input, &observer);
-    FakeALSA::failNext("snd_seq_event_input", status);
-    send(noticeOf(1));
-    send(noticeOf(2));
-    QTRY_COMPARE(observer.records(), notices(3).mid(1));
+    // More errors in the life of a port than would end it in a row.
+    for (int i = 0; i <= CMIDIInput_ALSA::k_readAttempts; ++i) {
+        FakeALSA::failNext("snd_seq_event_input", status);
+        send(noticeOf(i));
+        QTRY_VERIFY(observer.records().contains(noticeOf(i)));
+    }
+    QTRY_COMPARE(observer.records().contains(CRecordingObserver::k_overran), loses);
+    QVERIFY(!observer.records().contains(CRecordingObserver::k_ended));
 }
 
 void TestALSAInputErrors::lastingReadErrorEndsTheReading_data()
@@ -130,11 +138,12 @@ void TestALSAInputErrors::lastingReadErrorEndsTheReading()
     open(&input, &observer);
     FakeALSA::failAlways("snd_seq_event_input", status);
     send(noticeOf(1));
-    QTRY_COMPARE(FakeALSA::calls("snd_seq_event_input"), 1);
+    QTRY_VERIFY(observer.records().contains(CRecordingObserver::k_ended));
     QTest::qWait(20); // gives a loop that tries again and again the time to show
-    QCOMPARE(FakeALSA::calls("snd_seq_event_input"), 1);
+    QCOMPARE(FakeALSA::calls("snd_seq_event_input"), CMIDIInput_ALSA::k_readAttempts);
     input.closePort();
-    QVERIFY(observer.records().isEmpty());
+    QCOMPARE(observer.records().last(), CRecordingObserver::k_ended);
+    QCOMPARE(observer.records().count(CRecordingObserver::k_ended), 1);
 }
 
 void TestALSAInputErrors::hangUpEndsTheReading()
@@ -143,8 +152,33 @@ void TestALSAInputErrors::hangUpEndsTheReading()
     CTestedInput input;
     open(&input, &observer);
     FakeALSA::hangUp(FakeALSA::newestOpenClient());
+    QTRY_COMPARE(observer.records(), QByteArrayList{CRecordingObserver::k_ended});
     QTest::qWait(20); // gives a loop the time to show
     QCOMPARE(FakeALSA::calls("snd_seq_event_input"), 0);
+}
+
+void TestALSAInputErrors::closingIsNoEnd()
+{
+    CRecordingObserver observer;
+    CTestedInput input;
+    open(&input, &observer);
+    input.closePort();
+    QVERIFY(observer.records().isEmpty());
+}
+
+void TestALSAInputErrors::portThatEndedOpensAgain()
+{
+    CRecordingObserver observer;
+    CTestedInput input;
+    open(&input, &observer);
+    FakeALSA::failAlways("snd_seq_event_input", -ENODEV);
+    send(noticeOf(1));
+    QTRY_VERIFY(observer.records().contains(CRecordingObserver::k_ended));
+    input.closePort();
+    FakeALSA::failAlways("snd_seq_event_input", 0);
+    QVERIFY(input.openPort(0));
+    QTRY_COMPARE(observer.records().last(), noticeOf(1));
+    QVERIFY(input.isMIDIConnect());
 }
 
 void TestALSAInputErrors::signalDoesNotEndTheReading()

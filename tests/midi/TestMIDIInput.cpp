@@ -66,6 +66,13 @@ class TestMIDIInput : public CTestCase
     void recordsAroundTheEndOfTheRingStayWhole();
     void recordThatComesDuringADrainIsDeliveredWithoutAnotherPacket();
     void closeWaitsForTheCallInFlight();
+    void lossIsToldOnceAfterTheRecords();
+    void lossDuringADrainIsToldWithoutAnotherPacket();
+    void recordOfLengthZeroIsNoLoss();
+    void endIsToldOnceAfterTheLastRecord();
+    void notesAreToldOnTheDeliveryThread();
+    void notesOfAnEarlierOpeningAreForgotten();
+    void notesWithoutObserverAreDropped();
     void flowsAgainAfterCloseAndOpen();
     void closeOfANeverOpenedInput();
     void millionRecordsFromAnotherThread();
@@ -356,6 +363,104 @@ void TestMIDIInput::closeWaitsForTheCallInFlight()
     observer.letGo();
     closing.join();
     QCOMPARE(observer.records(), QByteArrayList{"a"});
+}
+
+void TestMIDIInput::lossIsToldOnceAfterTheRecords()
+{
+    CRecordingObserver observer;
+    CMIDITestInput input(16);
+    input.initialize();
+    input.registerObserver(&observer);
+    QVERIFY(input.write("first"));
+    QVERIFY(!input.write("too long for it"));
+    QVERIFY(!input.write("this one as well"));
+    QVERIFY(input.write("second"));
+    input.messageReceived();
+    const QByteArrayList expected{"first", "second", CRecordingObserver::k_overran};
+    QCOMPARE(observer.records(), expected);
+    input.messageReceived();
+    QCOMPARE(observer.records(), expected);
+}
+
+void TestMIDIInput::lossDuringADrainIsToldWithoutAnotherPacket()
+{
+    CRecordingObserver observer;
+    CMIDITestInput input(16);
+    input.initialize();
+    input.registerObserver(&observer);
+    QVERIFY(input.openPort(0));
+    observer.hold();
+    input.receive({"a"});
+    observer.entered();
+    input.receive({"longer than the ring"});
+    observer.letGo();
+    QTRY_COMPARE(observer.records(), QByteArrayList({"a", CRecordingObserver::k_overran}));
+}
+
+void TestMIDIInput::recordOfLengthZeroIsNoLoss()
+{
+    CRecordingObserver observer;
+    CMIDITestInput input;
+    input.initialize();
+    input.registerObserver(&observer);
+    QVERIFY(!input.write(QByteArray()));
+    input.messageReceived();
+    QCOMPARE(observer.records(), QByteArrayList());
+}
+
+void TestMIDIInput::endIsToldOnceAfterTheLastRecord()
+{
+    CRecordingObserver observer;
+    CMIDITestInput input;
+    input.initialize();
+    input.registerObserver(&observer);
+    QVERIFY(input.write("last"));
+    input.noteOverrun();
+    input.noteEnd();
+    input.messageReceived();
+    input.messageReceived();
+    QCOMPARE(observer.records(), QByteArrayList({"last", CRecordingObserver::k_overran, CRecordingObserver::k_ended}));
+}
+
+void TestMIDIInput::notesAreToldOnTheDeliveryThread()
+{
+    CRecordingObserver observer;
+    CMIDITestInput input;
+    input.initialize();
+    input.registerObserver(&observer);
+    QVERIFY(input.openPort(0));
+    input.noteEnd();
+    input.wakeDelivery();
+    QTRY_COMPARE(observer.records(), QByteArrayList{CRecordingObserver::k_ended});
+    QVERIFY(qobject_cast<CMIDIThread*>(observer.thread()) != nullptr);
+}
+
+void TestMIDIInput::notesOfAnEarlierOpeningAreForgotten()
+{
+    CRecordingObserver observer;
+    CMIDITestInput input;
+    input.initialize();
+    input.registerObserver(&observer);
+    input.noteOverrun();
+    input.noteEnd();
+    QVERIFY(input.openPort(0));
+    input.receive({"a"});
+    QTRY_COMPARE(observer.records(), QByteArrayList{"a"});
+    input.closePort();
+    QCOMPARE(observer.records(), QByteArrayList{"a"});
+}
+
+void TestMIDIInput::notesWithoutObserverAreDropped()
+{
+    CMIDITestInput input;
+    input.initialize();
+    input.noteOverrun();
+    input.noteEnd();
+    input.messageReceived();
+    CRecordingObserver observer;
+    input.registerObserver(&observer);
+    input.messageReceived();
+    QCOMPARE(observer.records(), QByteArrayList());
 }
 
 void TestMIDIInput::flowsAgainAfterCloseAndOpen()

@@ -34,6 +34,19 @@ class CRecords : public CMIDITransportObserver
         return true;
     }
 
+    void receptionOverran() override
+    {
+        ++overruns;
+    }
+
+    void receptionEnded() override
+    {
+        ++ends;
+    }
+
+    std::atomic<int> overruns = 0;
+    std::atomic<int> ends = 0;
+
     [[nodiscard]] QList<QByteArray> all() const
     {
         const std::scoped_lock lock(m_mutex);
@@ -131,6 +144,7 @@ class TestSimulatedSystem : public CTestCase
     void twoInputsOfOneSourceBothReceive();
     void onlyTheDeviceThatSpeaksIsHeard();
     void hugePacketArrivesInRecords();
+    void inputsHearOfWhatTheSystemLost();
     void recordOfPacketsIsBounded();
     void resetLeavesAnEmptySystem();
     void floodWhileTheKeepThreadSends();
@@ -526,6 +540,26 @@ void TestSimulatedSystem::hugePacketArrivesInRecords()
     device.send(largest);
     device.send(largest + "\x02\x03");
     QTRY_COMPARE(ports.records.all(), QList({largest, largest, QByteArray("\x02\x03")}));
+}
+
+void TestSimulatedSystem::inputsHearOfWhatTheSystemLost()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    QVERIFY(ports.open());
+    simulatedSystem().overrunInputs();
+    QTRY_COMPARE(ports.records.overruns.load(), 1);
+    device.turn(0, 2);
+    QTRY_COMPARE(ports.records.all(), QList{noticeValue(0, 2)});
+    QCOMPARE(ports.records.ends.load(), 0);
+
+    simulatedSystem().endReception();
+    QTRY_COMPARE(ports.records.ends.load(), 1);
+    device.turn(0, 3);
+    ports.input->closePort();
+    QCOMPARE(ports.records.all(), QList{noticeValue(0, 2)});
+    QCOMPARE(ports.records.overruns.load(), 1);
 }
 
 void TestSimulatedSystem::recordOfPacketsIsBounded()
