@@ -7,6 +7,7 @@
 #include "app/common/SkinPixmap.h"
 #include "app/common/Utilities.h"
 #include "connection/CConnectionMonitor.h"
+#include "connection/CReceptionMonitor.h"
 #include "connection/CStartConnectionManager.h"
 #include "device/CMemAPIWrapper.h"
 #include "file/CFileWrapper.h"
@@ -43,7 +44,10 @@ constexpr char k_mainWindowImagePath[] = ":images/ktz_jx_main_window.png";
 constexpr char k_infoImagePath[] = ":images/ktz_jx_info_view.png";
 } // namespace
 
-CMainWindow::CMainWindow(const ConnectionTimes& times) : CFrame(nullptr, Qt::FramelessWindowHint), m_times(times) {}
+CMainWindow::CMainWindow(const ConnectionTimes& times, const SplashTimes& splashTimes)
+    : CFrame(nullptr, Qt::FramelessWindowHint), m_times(times), m_splashTimes(splashTimes)
+{
+}
 
 CMainWindow::~CMainWindow()
 {
@@ -55,6 +59,7 @@ CMainWindow::~CMainWindow()
     // Widgets and monitor live longer than the memory in the window's tree; from here on none of them reaches it. The
     // monitor may still be running: a window can close before the device's first answer.
     delete m_connectionMonitor;
+    delete m_receptionMonitor;
     releaseSubController(this);
     m_memory.reset();
     m_menuManager.reset();
@@ -100,7 +105,7 @@ void CMainWindow::initialize()
     // Draws the window's face, and so lets go of the large picture it takes, before the splash loads another.
     ensurePolished();
     showSplash();
-    createConnectionMonitor();
+    createConnectionMonitors();
 
     const bool deviceFound = m_memory->isConnectOutput();
     if (deviceFound) {
@@ -164,18 +169,19 @@ void CMainWindow::createOnlineMark()
     m_onlineMark->move(k_onlineMarkPos);
 }
 
-void CMainWindow::createConnectionMonitor()
+void CMainWindow::createConnectionMonitors()
 {
     m_connectionMonitor = new CConnectionMonitor(this, m_memory.get(), k_jxEditorPortName, m_times);
     connect(m_connectionMonitor, SIGNAL(connected()), m_onlineMark, SLOT(turnOn()));
     connect(m_connectionMonitor, SIGNAL(disconnected()), this, SLOT(disconnectDevice()));
+    m_receptionMonitor = new CReceptionMonitor(this, m_memory.get(), m_times);
 }
 
 void CMainWindow::showSplash()
 {
     if (m_lockCount >= 1 || m_overlay == nullptr)
         return;
-    m_splash = new CSplashView(m_overlay, this, largeSkinPixmap(k_infoImagePath));
+    m_splash = new CSplashView(m_overlay, this, largeSkinPixmap(k_infoImagePath), m_splashTimes);
     m_splash->initialize(k_editorName, k_version, k_copyright);
     connect(m_splash, SIGNAL(closed()), m_overlay, SLOT(hide()));
     connect(m_splash, SIGNAL(finished()), this, SLOT(backupMemAPI()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "connection/ConnectionTimes.h"
+#include "style/SplashTimes.h"
 #include "widgets/CFrame.h"
 
 #include <QPoint>
@@ -15,6 +16,7 @@ class CControlView;
 class CFileWrapper;
 class CMemAPIWrapper;
 class CMenuManager;
+class CReceptionMonitor;
 class COnlineMark;
 class CSplashView;
 class Ui_MainWindow;
@@ -29,7 +31,7 @@ class CMainWindow : public CFrame
     Q_OBJECT
 
   public:
-    explicit CMainWindow(const ConnectionTimes& times = {});
+    explicit CMainWindow(const ConnectionTimes& times = {}, const SplashTimes& splashTimes = {});
 
     /// Ends the connection, with an end message while the device answers, and empties the clipboard.
     ~CMainWindow() override;
@@ -82,7 +84,7 @@ class CMainWindow : public CFrame
   private:
     void createControlViews();
     void createOnlineMark();
-    void createConnectionMonitor();
+    void createConnectionMonitors();
     [[nodiscard]] CControlView* selectedControlView() const;
 
     /// Shows every knob's settings and sends them to the device.
@@ -103,10 +105,12 @@ class CMainWindow : public CFrame
     QVector<CControlView*> m_views;
     COnlineMark* m_onlineMark = nullptr;
     CConnectionMonitor* m_connectionMonitor = nullptr;
+    CReceptionMonitor* m_receptionMonitor = nullptr;
     QWidget* m_overlay = nullptr;
     QPointer<CSplashView> m_splash;
     QPointer<CAboutView> m_about;
     int m_selectedView = 0;
     QString m_applicationFilePath;
     ConnectionTimes m_times;
+    SplashTimes m_splashTimes;
 };

@@ -13,20 +13,25 @@ CConnectionMonitor::CConnectionMonitor(QObject* parent, CMemAPI* memory, const Q
     connect(m_watchdog, SIGNAL(timeout()), this, SLOT(connectionError()));
     connect(this, SIGNAL(currentThreadParamChanged()), this, SLOT(paramChanged()), Qt::QueuedConnection);
     connect(this, SIGNAL(currentThreadConnectionError()), this, SLOT(connectionError()), Qt::QueuedConnection);
-    if (m_memory != nullptr)
+    if (m_memory != nullptr) {
         m_memory->keepReplyObserver().set(this);
+        m_memory->receptionEndObserver().set(&m_receptionEnd);
+    }
 }
 
 CConnectionMonitor::~CConnectionMonitor()
 {
     // The owner may never have come to stop(): a window can close in any state.
     stop();
-    if (m_memory != nullptr)
+    if (m_memory != nullptr) {
         m_memory->keepReplyObserver().clear(this);
+        m_memory->receptionEndObserver().clear(&m_receptionEnd);
+    }
 }
 
 void CConnectionMonitor::start()
 {
+    m_isRunning = true;
     m_keepThread->start(QThread::InheritPriority);
     m_watchdog->start(m_times.watchdog);
     sendKeepMessage();
@@ -34,6 +39,7 @@ void CConnectionMonitor::start()
 
 void CConnectionMonitor::stop()
 {
+    m_isRunning = false;
     m_watchdog->stop();
     m_keepThread->stop();
 }
@@ -46,17 +52,24 @@ void CConnectionMonitor::sendKeepMessage()
 
 void CConnectionMonitor::paramChanged()
 {
+    // Asked where the reply arrives: one from before start() may get to the GUI thread after it.
+    if (!m_isRunning)
+        return;
     if (QThread::currentThread() != thread()) {
         emit currentThreadParamChanged();
         return;
     }
-    if (!m_watchdog->isActive())
-        return;
     m_watchdog->start(m_times.watchdog);
     if (m_memory == nullptr || m_memory->isConnected())
         return;
     m_memory->setConnected(true);
     emit connected();
+}
+
+void CConnectionMonitor::CReceptionEnd::paramChanged()
+{
+    if (m_monitor->m_isRunning)
+        emit m_monitor->currentThreadConnectionError();
 }
 
 void CConnectionMonitor::connectionError()

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <atomic>
 #include <memory>
 
 class CMemAPI;
@@ -15,7 +16,7 @@ class CMemAPI;
 ///
 /// Threads  sendKeepMessage(): any. paramChanged(): any, moves itself to the GUI thread. Everything else: GUI thread.
 /// Borrows  the memory, which may be null and outlives this object. From construction to destruction this is the
-///          memory's keep-reply observer.
+///          memory's keep-reply observer, and hears of the end of reception, which is a loss.
 /// A monitor that was stopped, by its owner or by a loss, stays stopped.
 class CConnectionMonitor : public QObject, public CMemAPIObserver
 {
@@ -37,7 +38,7 @@ class CConnectionMonitor : public QObject, public CMemAPIObserver
 
   public slots:
     /// A keep reply: restarts the watchdog, and the first one after a start or a loss sets the connected flag.
-    /// Ignored while the watchdog is not running.
+    /// Ignored before start() and after stop().
     void paramChanged() override;
 
     /// A loss: clears the connected flag, marks the output as not connected, stops, and warns the user.
@@ -51,9 +52,22 @@ class CConnectionMonitor : public QObject, public CMemAPIObserver
     void currentThreadConnectionError();
 
   private:
+    /// What the memory calls when nothing that the device sends will arrive any more.
+    class CReceptionEnd : public CMemAPIObserver
+    {
+      public:
+        explicit CReceptionEnd(CConnectionMonitor* monitor) : m_monitor(monitor) {}
+        void paramChanged() override;
+
+      private:
+        CConnectionMonitor* m_monitor;
+    };
+
     CMemAPI* m_memory;
     QString m_portName;
     ConnectionTimes m_times;
     QTimer* m_watchdog;
     std::unique_ptr<CConnectionThread> m_keepThread;
+    CReceptionEnd m_receptionEnd{this};
+    std::atomic<bool> m_isRunning = false; ///< from start() to stop()
 };

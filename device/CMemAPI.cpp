@@ -1,13 +1,16 @@
 #include "device/CMemAPI.h"
 
-#include "device/CMemAPIObserver.h"
 #include "midi/CMIDIInput.h"
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPort.h"
 #include "midi/MIDIPlatform.h"
 
 CMemAPI::CMemAPI() = default;
-CMemAPI::~CMemAPI() = default;
+
+CMemAPI::~CMemAPI()
+{
+    closeInputs();
+}
 
 void CMemAPI::initialize(std::unique_ptr<CMessageManager> codec)
 {
@@ -18,40 +21,27 @@ void CMemAPI::initialize(std::unique_ptr<CMessageManager> codec)
 
 void CMemAPI::createPortDirectory(std::unique_ptr<CMIDIPort> directory)
 {
+    directory->createInputPortList();
+    directory->createOutputPortList();
+    const std::scoped_lock lock(m_portsMutex);
     m_portDirectory = std::move(directory);
-    m_portDirectory->createInputPortList();
-    m_portDirectory->createOutputPortList();
 }
 
 void CMemAPI::registerObserver(int id, CMemAPIObserver* observer)
 {
-    if (id == 0)
-        return;
-    const std::scoped_lock lock(m_observersMutex);
-    m_observers[id].append(observer);
+    if (id != 0)
+        m_observers.add(id, observer);
 }
 
 void CMemAPI::unregisterObserver(int id, CMemAPIObserver* observer)
 {
-    if (id == 0)
-        return;
-    const std::scoped_lock lock(m_observersMutex);
-    QList<CMemAPIObserver*> others = m_observers.value(id);
-    others.removeAll(observer);
-    // An id that others watch keeps its whole list.
-    if (others.isEmpty())
-        m_observers.remove(id);
+    if (id != 0)
+        m_observers.remove(id, observer);
 }
 
 void CMemAPI::notifyParamChabgedById(int id)
 {
-    QList<CMemAPIObserver*> observers;
-    {
-        const std::scoped_lock lock(m_observersMutex);
-        observers = m_observers.value(id);
-    }
-    for (CMemAPIObserver* observer : std::as_const(observers))
-        observer->paramChanged();
+    m_observers.notify(id);
 }
 
 void CMemAPI::setParam(int id, int value)
@@ -118,17 +108,20 @@ void CMemAPI::setDirty(bool dirty)
 
 bool CMemAPI::openInput(const QString& name)
 {
-    if (!m_portDirectory)
-        return false;
-    const int index = m_portDirectory->getInputPortByName(name);
-    if (index < 0)
-        return false;
-
-    std::unique_ptr<CMIDIInput>& input = m_inputs[index];
-    if (!input) {
-        input = MIDIPlatform::createInput();
-        input->initialize(); // a failure shows in openPort()
-        input->registerObserver(this);
+    CMIDIInput* input = nullptr;
+    int index = -1;
+    {
+        const std::scoped_lock lock(m_portsMutex);
+        index = m_portDirectory ? m_portDirectory->getInputPortByName(name) : -1;
+        if (index < 0)
+            return false;
+        std::unique_ptr<CMIDIInput>& kept = m_inputs[index];
+        if (!kept) {
+            kept = MIDIPlatform::createInput();
+            kept->initialize(); // a failure shows in openPort()
+            kept->registerObserver(this);
+        }
+        input = kept.get();
     }
     const bool opened = input->openPort(index);
     if (!opened)
@@ -138,17 +131,21 @@ bool CMemAPI::openInput(const QString& name)
 
 bool CMemAPI::openOutput(const QString& name)
 {
-    if (!m_portDirectory)
-        return false;
-    const int index = m_portDirectory->getOutputPortByName(name);
-    if (index < 0)
-        return false;
-
-    std::unique_ptr<CMIDIOutput>& output = m_outputs[index];
-    if (!output) {
-        output = MIDIPlatform::createOutput();
-        output->initialize(); // a failure shows in openPort()
+    CMIDIOutput* output = nullptr;
+    int index = -1;
+    {
+        const std::scoped_lock lock(m_portsMutex);
+        index = m_portDirectory ? m_portDirectory->getOutputPortByName(name) : -1;
+        if (index < 0)
+            return false;
+        std::unique_ptr<CMIDIOutput>& kept = m_outputs[index];
+        if (!kept) {
+            kept = MIDIPlatform::createOutput();
+            kept->initialize(); // a failure shows in openPort()
+        }
+        output = kept.get();
     }
+    const std::scoped_lock lock(m_sendMutex);
     const bool opened = output->openPort(index);
     if (!opened)
         output->closePort();
@@ -163,23 +160,30 @@ void CMemAPI::closeInput(const QString& name)
 
 void CMemAPI::closeOutput(const QString& name)
 {
-    if (CMIDIOutput* output = getMidiOutputByString(name))
-        output->closePort();
+    CMIDIOutput* output = getMidiOutputByString(name);
+    if (output == nullptr)
+        return;
+    const std::scoped_lock lock(m_sendMutex);
+    output->closePort();
+}
+
+void CMemAPI::closeInputs()
+{
+    for (const auto& [index, input] : m_inputs)
+        input->closePort();
 }
 
 CMIDIInput* CMemAPI::getMidiInputByString(const QString& name) const
 {
-    if (!m_portDirectory)
-        return nullptr;
-    const auto found = m_inputs.find(m_portDirectory->getInputPortByName(name));
+    const std::scoped_lock lock(m_portsMutex);
+    const auto found = m_portDirectory ? m_inputs.find(m_portDirectory->getInputPortByName(name)) : m_inputs.end();
     return found != m_inputs.end() ? found->second.get() : nullptr;
 }
 
 CMIDIOutput* CMemAPI::getMidiOutputByString(const QString& name) const
 {
-    if (!m_portDirectory)
-        return nullptr;
-    const auto found = m_outputs.find(m_portDirectory->getOutputPortByName(name));
+    const std::scoped_lock lock(m_portsMutex);
+    const auto found = m_portDirectory ? m_outputs.find(m_portDirectory->getOutputPortByName(name)) : m_outputs.end();
     return found != m_outputs.end() ? found->second.get() : nullptr;
 }
 
@@ -205,14 +209,24 @@ void CMemAPI::setConnected(bool connected)
     m_connected = connected;
 }
 
-CReplyObserver& CMemAPI::startReplyObserver()
+CObserverPlace& CMemAPI::startReplyObserver()
 {
     return m_startReplyObserver;
 }
 
-CReplyObserver& CMemAPI::keepReplyObserver()
+CObserverPlace& CMemAPI::keepReplyObserver()
 {
     return m_keepReplyObserver;
+}
+
+CObserverPlace& CMemAPI::overrunObserver()
+{
+    return m_overrunObserver;
+}
+
+CObserverPlace& CMemAPI::receptionEndObserver()
+{
+    return m_receptionEndObserver;
 }
 
 void CMemAPI::lockMessageReceived()
@@ -262,6 +276,16 @@ bool CMemAPI::messageReceived(const unsigned char* bytes, int len)
     int type = k_startMessage;
     ParamList data;
     return m_codec->parseMessageForMac(bytes, len, &type, &data) && developMessageData(type, data);
+}
+
+void CMemAPI::receptionOverran()
+{
+    m_overrunObserver.notify();
+}
+
+void CMemAPI::receptionEnded()
+{
+    m_receptionEndObserver.notify();
 }
 
 bool CMemAPI::collectMessageData(int /*type*/, int /*id*/, ParamList* /*data*/) const

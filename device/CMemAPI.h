@@ -2,12 +2,10 @@
 
 #include "app/common/CMutex.h"
 #include "device/CMessageManager.h"
+#include "device/CObserverPlace.h"
+#include "device/CObserverTable.h"
 #include "device/CParamManager.h"
-#include "device/CReplyObserver.h"
 #include "midi/CMIDITransportObserver.h"
-
-#include <QList>
-#include <QMap>
 
 #include <atomic>
 #include <functional>
@@ -22,7 +20,8 @@ class CMemAPIObserver;
 /// The editor's mirror of a device: its parameters, its ports, and who wants to hear of changes.
 ///
 /// Threads  messageReceived() runs on the MIDI delivery thread, and with it the decoding, the table writes and the
-///          observer calls that a reply causes. sendMessage() may be called on any thread. Everything else: GUI thread.
+///          observer calls that a reply causes. sendMessage() may be called on any thread, also while ports are opened
+///          and closed. Everything else: GUI thread.
 /// Owns     the table, the codec, the port directory and every port that it opened. Observers are borrowed.
 /// Failure  a missing table, codec, directory or port gives false, 0, an empty list or no effect; nothing is reported.
 class CMemAPI : public CMIDITransportObserver
@@ -36,14 +35,9 @@ class CMemAPI : public CMIDITransportObserver
     /// Takes the codec, creates the table, and lists the system's ports, inputs first.
     void initialize(std::unique_ptr<CMessageManager> codec);
 
-    /// Adds the observer to the id's; once more each time it is called. Id 0 does nothing.
+    /// As CObserverTable says, on any thread. Id 0 does nothing.
     void registerObserver(int id, CMemAPIObserver* observer);
-
-    /// Forgets the id's observers if this one is the only one, however often it was added; otherwise leaves them all,
-    /// this one included. Id 0 does nothing.
     void unregisterObserver(int id, CMemAPIObserver* observer);
-
-    /// Calls the id's observers, first added first, with no lock held.
     void notifyParamChabgedById(int id);
 
     [[nodiscard]] ParamList getParamList() const;
@@ -82,15 +76,22 @@ class CMemAPI : public CMIDITransportObserver
     [[nodiscard]] bool isConnected() const;
     void setConnected(bool connected);
 
-    /// Who hears of the device's answers to start and keep messages.
-    [[nodiscard]] CReplyObserver& startReplyObserver();
-    [[nodiscard]] CReplyObserver& keepReplyObserver();
+    /// Who hears of the device's answers to start and keep messages, on the delivery thread.
+    [[nodiscard]] CObserverPlace& startReplyObserver();
+    [[nodiscard]] CObserverPlace& keepReplyObserver();
+
+    /// Who hears, on the delivery thread, that something which the device sent was lost, and that nothing which it
+    /// sends will arrive any more.
+    [[nodiscard]] CObserverPlace& overrunObserver();
+    [[nodiscard]] CObserverPlace& receptionEndObserver();
 
     void lockMessageReceived();
     void unlockMessageReceived();
 
     /// true: these bytes ended a message that was understood and dealt with.
     bool messageReceived(const unsigned char* bytes, int len) override;
+    void receptionOverran() override;
+    void receptionEnded() override;
 
     virtual void setParam(int id, int value);
     [[nodiscard]] virtual int getParam(int id) const;
@@ -114,6 +115,10 @@ class CMemAPI : public CMIDITransportObserver
 
     void createPortDirectory(std::unique_ptr<CMIDIPort> directory);
 
+    /// Closes every input and waits for its delivery thread, which calls this object's virtual functions: the first
+    /// thing that a destructor does.
+    void closeInputs();
+
     /// Notifies the observers of each parameter of the list, also in its maps, in key order.
     void notifyEntries(const ParamList& list);
 
@@ -122,13 +127,16 @@ class CMemAPI : public CMIDITransportObserver
     std::unique_ptr<CMIDIPort> m_portDirectory;
 
   private:
-    QMap<int, QList<CMemAPIObserver*>> m_observers;
-    mutable CMutex m_observersMutex;
+    CObserverTable m_observers;
+    // Port objects stay in the maps until the end: one that was found may be used without the lock.
     std::map<int, std::unique_ptr<CMIDIInput>> m_inputs;
     std::map<int, std::unique_ptr<CMIDIOutput>> m_outputs;
-    CMutex m_sendMutex;
+    mutable CMutex m_portsMutex; ///< guards the directory and both maps
+    CMutex m_sendMutex;          ///< an output does one thing at a time: opens, closes or sends
     CRecursiveMutex m_messageMutex;
-    CReplyObserver m_startReplyObserver;
-    CReplyObserver m_keepReplyObserver;
+    CObserverPlace m_startReplyObserver;
+    CObserverPlace m_keepReplyObserver;
+    CObserverPlace m_overrunObserver;
+    CObserverPlace m_receptionEndObserver;
     std::atomic<bool> m_connected = false;
 };

@@ -6,6 +6,8 @@
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
 
+#include <algorithm>
+
 namespace
 {
 constexpr int k_highestByte = 127; // that is no status byte
@@ -16,7 +18,7 @@ CMemAPIWrapper::CMemAPIWrapper() = default;
 CMemAPIWrapper::~CMemAPIWrapper()
 {
     // Joins the delivery thread while the tables that it writes are still there.
-    closeInput(k_jxEditorPortName);
+    closeInputs();
     closeOutput(k_jxEditorPortName);
 }
 
@@ -29,8 +31,11 @@ void CMemAPIWrapper::initialize()
     // Last, since a device may report as soon as its port is open.
     createPortDirectory(std::make_unique<CMIDIPortWrapper>());
     // An absent device is no error here: isConnectOutput() tells.
-    openInput(k_jxEditorPortName);
+    const bool hears = openInput(k_jxEditorPortName);
     openOutput(k_jxEditorPortName);
+    // Another program may hold the input: a device that cannot be heard is as good as none.
+    if (!hears)
+        closeOutput(k_jxEditorPortName);
 }
 
 CParamManagerWrapper* CMemAPIWrapper::settings() const
@@ -153,9 +158,21 @@ void CMemAPIWrapper::developChangeParam(const ParamList& data)
         const int knob = it.key().toInt();
         if (!isKnob(knob) || !settings())
             continue;
-        settings()->setParamListToKnob(knob, it.value().toMap());
+        takeReportedSettings(knob, it.value().toMap());
         updateKnob(knob);
     }
+}
+
+void CMemAPIWrapper::takeReportedSettings(int knob, const ParamList& list)
+{
+    const std::scoped_lock lock(*settings());
+    const ParamList before = settings()->getParamListFromKnob(knob);
+    const bool wasDirty = settings()->isDirty();
+    settings()->setParamListToKnob(knob, list);
+    // A report of what is known already changes nothing that could be saved.
+    const auto isSame = [](const QVariant& left, const QVariant& right) { return left.toInt() == right.toInt(); };
+    if (std::ranges::equal(before, settings()->getParamListFromKnob(knob), isSame))
+        settings()->setDirty(wasDirty);
 }
 
 void CMemAPIWrapper::developNoticeValue(const ParamList& data)

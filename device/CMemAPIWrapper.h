@@ -15,7 +15,8 @@ class CMemAPIWrapper : public CMemAPI
     CMemAPIWrapper();
     ~CMemAPIWrapper() override;
 
-    /// Creates codec and tables, lists the ports and opens the device's, if they are there.
+    /// Creates codec and tables, lists the ports and opens the device's, if they are there: both or, where the input
+    /// cannot be opened, none.
     void initialize();
 
     /// The settings table holds only the five settings of knobs 0 to 7; a write to any other id has no effect.
@@ -57,6 +58,7 @@ class CMemAPIWrapper : public CMemAPI
   private:
     [[nodiscard]] CParamManagerWrapper* settings() const;
     void developChangeParam(const ParamList& data);
+    void takeReportedSettings(int knob, const ParamList& list);
     void developNoticeValue(const ParamList& data);
 
     std::unique_ptr<CParamManager> m_copyBuffer;

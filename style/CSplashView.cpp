@@ -14,15 +14,10 @@ constexpr char k_bgProgressBarImagePath[] = ":images/ktz_back_status_bar.png";
 constexpr char k_progressBarImagePath[] = ":images/ktz_status_bar.png";
 constexpr QPoint k_bgProgressBarPos{116, 395};
 constexpr QPoint k_progressBarPos{122, 402};
-
-constexpr int k_tick = 17;
-constexpr int k_fillTime = 1700;
-constexpr int k_minimumShowTime = 2000;
-constexpr int k_longestWait = 5000;
-constexpr int k_slideTime = 1000;
 } // namespace
 
-CSplashView::CSplashView(QWidget* parent, QWidget* window, QPixmap background) : COverlapView(parent, window)
+CSplashView::CSplashView(QWidget* parent, QWidget* window, QPixmap background, const SplashTimes& times)
+    : COverlapView(parent, window), m_times(times)
 {
     m_face.background = std::move(background);
 }
@@ -39,15 +34,15 @@ void CSplashView::initialize(QString editorName, QString version, QString copyri
     m_bar = skinPixmap(k_progressBarImagePath);
 
     m_showTimer = new QTimer(this);
-    m_showTimer->setInterval(k_tick);
+    m_showTimer->setInterval(m_times.tick);
     connect(m_showTimer, SIGNAL(timeout()), this, SLOT(showTimeOver()));
     m_timeoutTimer = new QTimer(this);
-    m_timeoutTimer->setInterval(k_longestWait);
+    m_timeoutTimer->setInterval(m_times.longestWait);
     m_timeoutTimer->setSingleShot(true);
     connect(m_timeoutTimer, SIGNAL(timeout()), this, SLOT(timeout()));
 
     m_slideAnimation = new QPropertyAnimation(this, "animVariable", this);
-    m_slideAnimation->setDuration(k_slideTime);
+    m_slideAnimation->setDuration(static_cast<int>(m_times.slide.count()));
     m_slideAnimation->setEasingCurve(QEasingCurve::OutInBack);
     connect(m_slideAnimation, SIGNAL(finished()), this, SLOT(closeView()));
 }
@@ -81,17 +76,17 @@ void CSplashView::setAnimVariable(int v)
     move(v, 0);
 }
 
-int CSplashView::barWidth(int wholeWidth, int elapsed)
+int CSplashView::barWidth(int wholeWidth, std::chrono::milliseconds elapsed, std::chrono::milliseconds fill)
 {
-    return qMin(wholeWidth, int(wholeWidth * (elapsed / double(k_fillTime))));
+    return qMin(wholeWidth, int(wholeWidth * (double(elapsed.count()) / double(fill.count()))));
 }
 
 void CSplashView::showTimeOver()
 {
-    m_elapsed += k_tick;
-    if (m_elapsed <= k_fillTime)
+    m_elapsed += m_times.tick;
+    if (m_elapsed <= m_times.fill)
         update(QRect(k_progressBarPos, m_bar.deviceIndependentSize().toSize()));
-    if (m_elapsed < k_minimumShowTime)
+    if (m_elapsed < m_times.minimumShow)
         return;
     m_minimumShowRunning = false;
     m_showTimer->stop();
@@ -101,6 +96,8 @@ void CSplashView::showTimeOver()
 void CSplashView::editorReady()
 {
     m_editorIsReady = true;
+    // It may have run out while the editor connected, and would cut the minimum time short.
+    m_timeoutTimer->stop();
     hideView();
 }
 
@@ -129,7 +126,7 @@ void CSplashView::paintEvent(QPaintEvent*)
 
     const QSize bar = m_bar.deviceIndependentSize().toSize();
     painter.save();
-    painter.setClipRect(QRect(k_progressBarPos, QSize(barWidth(bar.width(), m_elapsed), bar.height())));
+    painter.setClipRect(QRect(k_progressBarPos, QSize(barWidth(bar.width(), m_elapsed, m_times.fill), bar.height())));
     painter.drawPixmap(k_progressBarPos, m_bar);
     painter.restore();
 

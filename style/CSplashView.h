@@ -1,15 +1,17 @@
 #pragma once
 
 #include "style/CInfoFace.h"
+#include "style/SplashTimes.h"
 #include "widgets/COverlapView.h"
 
 class QPropertyAnimation;
 class QTimer;
 
-/// Covers the window at start-up, with a bar that fills, and slides out to the right when the editor is ready, but not
-/// before 2000 ms; without word from the editor at 5000 ms.
+/// Covers the window at start-up, with a bar that fills, and slides out to the right when the editor is ready and the
+/// minimum time over. Only an editor that never says that it is ready is not waited for any longer than the longest
+/// wait: a connection that took long leaves the whole minimum time for what the device then tells.
 ///
-/// Units    milliseconds, logical pixels.      Threads  GUI thread only.
+/// Units    logical pixels.      Threads  GUI thread only.
 /// Owns     its timers and its animation, as children. Whoever creates it sets Qt::WA_DeleteOnClose.
 class CSplashView : public COverlapView
 {
@@ -18,7 +20,7 @@ class CSplashView : public COverlapView
 
   public:
     /// window   borrowed; locked as long as this view lives.
-    CSplashView(QWidget* parent, QWidget* window, QPixmap background);
+    CSplashView(QWidget* parent, QWidget* window, QPixmap background, const SplashTimes& times = {});
 
     /// To be called once, before everything below.
     void initialize(QString editorName, QString version, QString copyright);
@@ -33,11 +35,12 @@ class CSplashView : public COverlapView
     [[nodiscard]] int getAnimVariable() const;
     void setAnimVariable(int v);
 
-    /// The bar's width after a time: its whole width after 1700 ms.
-    [[nodiscard]] static int barWidth(int wholeWidth, int elapsed);
+    /// The bar's width after a time: its whole width after the time in which it fills.
+    [[nodiscard]] static int barWidth(int wholeWidth, std::chrono::milliseconds elapsed,
+                                      std::chrono::milliseconds fill = SplashTimes().fill);
 
   public slots:
-    void showTimeOver(); ///< 17 ms more have passed
+    void showTimeOver(); ///< a tick more has passed
     void editorReady();
     void closeView();
     void timeout(); ///< waits for the editor no longer
@@ -59,5 +62,6 @@ class CSplashView : public COverlapView
     bool m_editorIsReady = false;
     QPropertyAnimation* m_slideAnimation = nullptr;
     int m_animVariable = 0;
-    int m_elapsed = 0;
+    std::chrono::milliseconds m_elapsed{0};
+    const SplashTimes m_times;
 };

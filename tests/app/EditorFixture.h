@@ -36,7 +36,7 @@ struct EditorFixture : SimulatedDeviceFixture
     /// Starts the editor up to its first event loop: the splash is still there.
     CMainWindow& start()
     {
-        window = std::make_unique<CMainWindow>(times);
+        window = std::make_unique<CMainWindow>(times, splashTimes);
         window->initialize();
         window->show();
         return *window;
@@ -138,6 +138,7 @@ struct EditorFixture : SimulatedDeviceFixture
     ConnectionTimes times{.startInterval = std::chrono::milliseconds(20),
                           .keepInterval = std::chrono::milliseconds(100),
                           .watchdog = std::chrono::hours(1)};
+    SplashTimes splashTimes;
     std::unique_ptr<CMainWindow> window;
 
   private:

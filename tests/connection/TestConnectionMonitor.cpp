@@ -43,7 +43,10 @@ class TestConnectionMonitor : public CTestCase
     void failedSendIsALossReportedFromTheEventLoop();
     void secondLossWarnsAgainButDisconnectsOnce();
     void replyBeforeStartChangesNothing();
+    void replyFromBeforeStartDoesNotCountAfterIt();
     void replyAfterStopChangesNothing();
+    void endOfReceptionIsALossAtOnce();
+    void endOfReceptionWithoutAConnectionIsNoLoss();
     void stopEndsThePauseAtOnce();
     void stoppedMonitorStaysStopped();
     void destructionBetweenStartAndFirstReply();
@@ -213,6 +216,46 @@ void TestConnectionMonitor::replyBeforeStartChangesNothing()
     QCoreApplication::processEvents();
     QCOMPARE(connected.count(), 0);
     QVERIFY(!m_memory->isConnected());
+}
+
+void TestConnectionMonitor::replyFromBeforeStartDoesNotCountAfterIt()
+{
+    m_fixture->device.goSilent();
+    const auto connection = monitor(k_never, k_never);
+    QSignalSpy connected(connection.get(), SIGNAL(connected()));
+    std::thread delivery([&] { connection->paramChanged(); });
+    delivery.join();
+    connection->start();
+    QCoreApplication::processEvents();
+    QCOMPARE(connected.count(), 0);
+    QVERIFY(!m_memory->isConnected());
+    m_fixture->device.answer();
+    m_fixture->device.send(keepReply());
+    QTRY_COMPARE(connected.count(), 1);
+    connection->stop();
+}
+
+void TestConnectionMonitor::endOfReceptionIsALossAtOnce()
+{
+    CMessageBoxAnswer answer(QMessageBox::Ok);
+    const auto connection = monitor(k_never, k_never);
+    QSignalSpy disconnected(connection.get(), SIGNAL(disconnected()));
+    connection->start();
+    QTRY_VERIFY(m_memory->isConnected());
+    CSimulatedSystem::instance().endReception();
+    QTRY_COMPARE(answer.boxes().size(), 1);
+    QCOMPARE(answer.boxes().first().text, k_connectionErrorMessage);
+    QCOMPARE(disconnected.count(), 1);
+    QVERIFY(!m_memory->isConnectOutput());
+}
+
+void TestConnectionMonitor::endOfReceptionWithoutAConnectionIsNoLoss()
+{
+    CMessageBoxAnswer answer(QMessageBox::Ok);
+    const auto connection = monitor(k_never, k_never);
+    QSignalSpy lost(connection.get(), SIGNAL(currentThreadConnectionError()));
+    QVERIFY(m_memory->receptionEndObserver().notify());
+    QCOMPARE(lost.count(), 0);
 }
 
 void TestConnectionMonitor::replyAfterStopChangesNothing()

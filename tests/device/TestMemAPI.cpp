@@ -69,6 +69,8 @@ class TestMemAPI : public CTestCase
     void observersAreCalledInTheOrderOfTheirAdding();
     void observerRegisteredTwiceIsCalledTwiceAndErasedAtOnce();
     void unregisteringOneOfTwoLeavesBoth();
+    void unregisteringWaitsForACallInFlight();
+    void observerThatUnregistersInItsCallIsNotCalledAgain();
     void wholeListMovesWithoutNotification();
     void portsOpenByName();
     void portsOfAnUnknownNameDoNotOpen();
@@ -77,6 +79,8 @@ class TestMemAPI : public CTestCase
     void closedPortStaysAndOpensAgain();
     void connectedFlagOfAnOutput();
     void sendNeedsOutputCodecAndType();
+    void messagesStayWholeWhilePortsAreOpenedAndClosed();
+    void memoryMayGoWithAnOpenInput();
     void packetWithoutAWholeMessageGivesFalse();
     void realTimeBytesBetweenPiecesAreNoPartOfTheMessage();
     void startAndKeepRepliesReachTheirObservers();
@@ -191,6 +195,46 @@ void TestMemAPI::unregisteringOneOfTwoLeavesBoth()
     memory.unregisterObserver(7, &a);
     memory.notifyParamChabgedById(7);
     QCOMPARE(notes, (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
+}
+
+void TestMemAPI::unregisteringWaitsForACallInFlight()
+{
+    CMemAPI memory;
+    CSlowObserver observer;
+    memory.registerObserver(1100, &observer);
+    std::thread delivery([&] { memory.notifyParamChabgedById(1100); });
+    observer.entered.acquire();
+    std::thread release([&] {
+        // So that whoever does not wait for the call is through by then.
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        observer.leave.release();
+    });
+    memory.unregisterObserver(1100, &observer);
+    QVERIFY(observer.left);
+    delivery.join();
+    release.join();
+}
+
+void TestMemAPI::observerThatUnregistersInItsCallIsNotCalledAgain()
+{
+    struct CLeavingObserver : CMemAPIObserver
+    {
+        explicit CLeavingObserver(CMemAPI& memory) : m_memory(memory) {}
+        void paramChanged() override
+        {
+            ++m_calls;
+            m_memory.unregisterObserver(1100, this);
+        }
+        CMemAPI& m_memory;
+        int m_calls = 0;
+    };
+    CMemAPI memory;
+    CLeavingObserver observer(memory);
+    memory.registerObserver(1100, &observer);
+    memory.registerObserver(1100, &observer);
+    memory.notifyParamChabgedById(1100);
+    memory.notifyParamChabgedById(1100);
+    QCOMPARE(observer.m_calls, 1);
 }
 
 void TestMemAPI::wholeListMovesWithoutNotification()
@@ -311,6 +355,44 @@ void TestMemAPI::sendNeedsOutputCodecAndType()
     QVERIFY(fixture.sent().isEmpty());
 }
 
+void TestMemAPI::messagesStayWholeWhilePortsAreOpenedAndClosed()
+{
+    SimulatedDeviceFixture fixture;
+    fixture.plug();
+    CMemAPI memory;
+    memory.initialize(std::make_unique<CMessageManagerWrapper>());
+    std::atomic<bool> stop = false;
+    qsizetype taken = 0;
+    std::thread keep([&] {
+        while (!stop)
+            taken += memory.sendMessage(k_jxEditorPortName, k_keepMessage, 0) ? 1 : 0;
+    });
+    const QStringList names{QStringLiteral("Trellwick KTZ-JX Port1"), QStringLiteral("Trellwick KTZ-JX Port2"),
+                            k_jxEditorPortName};
+    for (int i = 0; i < 300; ++i) {
+        const QString& name = names.at(i % names.size());
+        QVERIFY(memory.openOutput(name));
+        QVERIFY(memory.openInput(name));
+        memory.closeOutput(name);
+        memory.closeInput(name);
+    }
+    stop = true;
+    keep.join();
+    QCOMPARE(fixture.device.received().count(QByteArray::fromHex("f043103e18050201f7")), taken);
+}
+
+void TestMemAPI::memoryMayGoWithAnOpenInput()
+{
+    SimulatedDeviceFixture fixture;
+    fixture.plug();
+    {
+        CMemAPI memory;
+        memory.initialize(std::make_unique<CMessageManagerWrapper>());
+        QVERIFY(memory.openInput(k_jxEditorPortName));
+    }
+    fixture.device.turn(0, 64); // nobody is there any more
+}
+
 void TestMemAPI::packetWithoutAWholeMessageGivesFalse()
 {
     CMemAPI memory;
@@ -407,7 +489,11 @@ void TestMemAPI::clearingAReplyObserverWaitsForACallInFlight()
     memory.keepReplyObserver().set(&observer);
     std::thread delivery([&] { receive(memory, "F043103E18050201F7"); });
     observer.entered.acquire();
-    std::thread release([&] { observer.leave.release(); });
+    std::thread release([&] {
+        // So that whoever does not wait for the call is through by then.
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        observer.leave.release();
+    });
     memory.keepReplyObserver().clear(&observer);
     QVERIFY(observer.left);
     delivery.join();

@@ -88,6 +88,7 @@ class TestMemAPIWrapper : public CTestCase
   private slots:
     void uninitializedMemoryDoesNothing();
     void initializeOpensTheEditorsPorts();
+    void inputThatIsRefusedClosesTheOutput();
     void absentDeviceLeavesThePortsClosed();
     void idsReadTheirOwnKnob();
     void setParamNotifiesNobodyAndSendsNothing();
@@ -97,6 +98,7 @@ class TestMemAPIWrapper : public CTestCase
     void noticeValueNotifiesItsKnobAlone();
     void changeParamReplyNotifiesTheFiveSettingsInOrder();
     void changeParamReplyOntoAnEmptyKnobTakesNothing();
+    void reportOfWhatIsKnownIsNoChange();
     void replyForAKnobAboveSevenIsIgnored_data();
     void replyForAKnobAboveSevenIsIgnored();
     void severalTypesInOnePacketAreDevelopedAsTheLast();
@@ -141,6 +143,17 @@ void TestMemAPIWrapper::initializeOpensTheEditorsPorts()
     QVERIFY(memory.isConnectOutput());
     QVERIFY(memory.getMidiInputByString(k_jxEditorPortName));
     QVERIFY(fixture.sent().isEmpty());
+}
+
+void TestMemAPIWrapper::inputThatIsRefusedClosesTheOutput()
+{
+    SimulatedDeviceFixture fixture;
+    fixture.plug();
+    CSimulatedSystem::instance().refuseOpens(1);
+    CMemAPIWrapper memory;
+    memory.initialize();
+    QVERIFY(!memory.isConnectOutput());
+    QVERIFY(!memory.sendMessage(k_jxEditorPortName, k_startMessage, 0));
 }
 
 void TestMemAPIWrapper::absentDeviceLeavesThePortsClosed()
@@ -262,6 +275,25 @@ void TestMemAPIWrapper::changeParamReplyOntoAnEmptyKnobTakesNothing()
     QVERIFY(receive(memory, "F043103E18050203050A0F7F0003F7"));
     QCOMPARE(memory.getParam(1105), 0);
     QVERIFY(notes.take().isEmpty());
+}
+
+void TestMemAPIWrapper::reportOfWhatIsKnownIsNoChange()
+{
+    SimulatedDeviceFixture fixture;
+    CMemAPIWrapper memory;
+    memory.initialize();
+    setFactoryPreset(memory);
+    memory.setParam(1105, 10);
+    memory.setDirty(false);
+    CIdNotes notes(memory);
+    QVERIFY(receive(memory, "F043103E18050203050A007F0000F7"));
+    QVERIFY(!memory.isDirty());
+    QCOMPARE(notes.take(), settingIds(5));
+    QVERIFY(receive(memory, "F043103E18050203050A007F0001F7"));
+    QVERIFY(memory.isDirty());
+    // What was unsaved before stays so.
+    QVERIFY(receive(memory, "F043103E18050203050A007F0001F7"));
+    QVERIFY(memory.isDirty());
 }
 
 void TestMemAPIWrapper::replyForAKnobAboveSevenIsIgnored_data()

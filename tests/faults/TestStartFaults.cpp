@@ -1,3 +1,4 @@
+#include "tests/app/StageFile.h"
 #include "tests/faults/CFaultTest.h"
 #include "tests/faults/FaultFixture.h"
 #include "tests/support/CMessageBoxAnswer.h"
@@ -33,6 +34,9 @@ class TestStartFaults : public CFaultTest
     void noKeepReplyAtAll();
     void deviceThatSaysNothingButStart();
     void refusedPorts();
+    void heldInputIsAsGoodAsNoDevice();
+    void slowDeviceIsHeardBeforeTheStartUpEnds_data();
+    void slowDeviceIsHeardBeforeTheStartUpEnds();
 };
 
 void TestStartFaults::lateAnswerToStart_data()
@@ -182,6 +186,84 @@ void TestStartFaults::refusedPorts()
     QVERIFY(!fixture.action(k_revrtString)->isEnabled());
     QVERIFY(answer.boxes().isEmpty());
     QVERIFY(FaultFixture::sent().isEmpty());
+}
+
+void TestStartFaults::heldInputIsAsGoodAsNoDevice()
+{
+    // Another program reads from the device's raw port: writing would work, but no answer could be heard.
+    FaultFixture fixture;
+    fixture.plug();
+    CSimulatedSystem::instance().refuseOpens(1);
+    CMessageBoxAnswer answer(QMessageBox::Ok);
+    fixture.start();
+    fixture.editor(1104)->setValue(5);
+    QCOMPARE(fixture.editor(1104)->getValue(), 5);
+    QVERIFY(!fixture.action(k_revrtString)->isEnabled());
+    QVERIFY(!fixture.isMarkLit());
+    QVERIFY(answer.boxes().isEmpty());
+    QVERIFY(FaultFixture::sent().isEmpty());
+}
+
+void TestStartFaults::slowDeviceIsHeardBeforeTheStartUpEnds_data()
+{
+    QTest::addColumn<int>("unanswered"); // start messages, one an interval
+    QTest::addColumn<bool>("says");      // more than the answer to start
+    QTest::addColumn<bool>("hasFile");
+    for (const bool hasFile : {false, true}) {
+        const QByteArray file = hasFile ? ", with a file" : "";
+        QTest::newRow("at once" + file) << 0 << true << hasFile;
+        QTest::newRow("longer than the splash's minimum" + file) << 3 << true << hasFile;
+        QTest::newRow("longer than the splash's longest wait" + file) << 6 << true << hasFile;
+        QTest::newRow("never says more" + file) << 6 << false << hasFile;
+    }
+}
+
+void TestStartFaults::slowDeviceIsHeardBeforeTheStartUpEnds()
+{
+    QFETCH(int, unanswered);
+    QFETCH(bool, says);
+    QFETCH(bool, hasFile);
+    FaultFixture fixture;
+    const auto held = [](int knob) { return KnobSettings{60 + knob, 15 - knob, 90 + knob, 40 + knob, 1}; };
+    for (int knob = 0; knob < k_numOfKnobs; ++knob)
+        fixture.device.setSettings(knob, held(knob));
+    fixture.plug();
+    fixture.device.ignoreStarts(unanswered);
+    // Everything twenty times as fast as outside of tests.
+    fixture.times = {.startInterval = 50ms, .keepInterval = 100ms, .watchdog = 1h};
+    fixture.splashTimes = {.tick = 5ms, .fill = 85ms, .minimumShow = 100ms, .longestWait = 250ms, .slide = 50ms};
+    // Its answers take half a second, in that measure; one that says nothing more has its clock stand still then.
+    fixture.device.delayReplies(25);
+    std::jthread hand([&](const std::stop_token& stop) {
+        while (FaultFixture::sent().size() <= unanswered)
+            std::this_thread::sleep_for(1ms);
+        fixture.device.advance(25);
+        while (says && !stop.stop_requested()) {
+            std::this_thread::sleep_for(1ms);
+            fixture.device.advance(1);
+        }
+    });
+    CMainWindow& window = fixture.start();
+    const QTemporaryDir folder;
+    if (hasFile)
+        window.setApplicationFilePath(stageFile(folder));
+    QTRY_VERIFY(!window.isInitializing());
+
+    CMessageBoxAnswer answer(QMessageBox::Yes);
+    if (hasFile) {
+        // The file is the last to have spoken.
+        QTest::qWait(1);
+        for (int knob = 0; knob < k_numOfKnobs; ++knob) {
+            QCOMPARE(fixture.shown(knob), FaultFixture::stageSettings(knob));
+            QCOMPARE(fixture.device.settings(knob), FaultFixture::stageSettings(knob));
+        }
+    }
+    QTRY_VERIFY(!window.findChild<CSplashView*>());
+    QVERIFY(window.close());
+    QVERIFY(answer.boxes().isEmpty()); // nobody changed anything
+    fixture.action(k_revrtString)->trigger();
+    for (int knob = 0; knob < k_numOfKnobs; ++knob)
+        QCOMPARE(fixture.shown(knob), says ? held(knob) : k_factorySettings.at(std::size_t(knob)));
 }
 
 QTEST_MAIN(TestStartFaults)

@@ -87,6 +87,7 @@ class TestSplashView : public CTestCase
     void closingAtAnyTimeStopsTheTimers();
     void waitsAndSlidesByItself();
     void givesUpWaitingByItself();
+    void editorThatIsReadyIsNotGivenUp();
 
     void barWidth_data();
     void barWidth();
@@ -322,6 +323,22 @@ void TestSplashView::givesUpWaitingByItself()
     QCOMPARE(finished.count(), 1);
 }
 
+void TestSplashView::editorThatIsReadyIsNotGivenUp()
+{
+    // The editor blocked the event loop while it connected: the longest wait is over, and no tick has come yet.
+    QSignalSpy finished(m_view, SIGNAL(finished()));
+    m_window->show();
+    timer(false)->setInterval(3600'000);
+    timer(true)->setInterval(0);
+    m_view->showView();
+    m_view->editorReady();
+    QVERIFY(!timer(true)->isActive());
+    QTest::qWait(1);
+    QCOMPARE(finished.count(), 0);
+    tick(k_ticksUntilMinimum);
+    QCOMPARE(finished.count(), 1);
+}
+
 void TestSplashView::barWidth_data()
 {
     QTest::addColumn<int>("whole");
@@ -341,7 +358,7 @@ void TestSplashView::barWidth()
     QFETCH(int, whole);
     QFETCH(int, elapsed);
     QFETCH(int, width);
-    QCOMPARE(CSplashView::barWidth(whole, elapsed), width);
+    QCOMPARE(CSplashView::barWidth(whole, std::chrono::milliseconds(elapsed)), width);
 }
 
 void TestSplashView::repaintsOnlyTheBarAndOnlyWhileItGrows()

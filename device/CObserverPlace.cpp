@@ -1,23 +1,23 @@
-#include "device/CReplyObserver.h"
+#include "device/CObserverPlace.h"
 
 #include "device/CMemAPIObserver.h"
 
 #include <mutex>
 
-void CReplyObserver::set(CMemAPIObserver* observer)
+void CObserverPlace::set(CMemAPIObserver* observer)
 {
     const std::scoped_lock lock(m_mutex);
     m_observer = observer;
 }
 
-void CReplyObserver::clear(const CMemAPIObserver* observer)
+void CObserverPlace::clear(const CMemAPIObserver* observer)
 {
     const std::scoped_lock lock(m_mutex);
     if (m_observer == observer)
         m_observer = nullptr;
 }
 
-bool CReplyObserver::notify()
+bool CObserverPlace::notify()
 {
     const std::scoped_lock lock(m_mutex);
     if (m_observer == nullptr)

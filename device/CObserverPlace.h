@@ -4,10 +4,10 @@
 
 class CMemAPIObserver;
 
-/// The place of the one observer of a kind of reply; empty until an observer is set.
+/// The place of the one observer of something, as of a kind of reply; empty until an observer is set.
 ///
 /// Threads  any. clear() waits for a call in flight on another thread, so that the observer may be destroyed after it.
-class CReplyObserver
+class CObserverPlace
 {
   public:
     /// Borrowed until clear(); replaces any earlier one.
@@ -20,7 +20,7 @@ class CReplyObserver
     bool notify();
 
   private:
-    // Held during the call, which is what clear() waits for. The observers of replies only set a flag or post a signal.
+    // Held during the call, which is what clear() waits for. The observers only set a flag or post a signal.
     CRecursiveMutex m_mutex;
     CMemAPIObserver* m_observer = nullptr;
 };
