@@ -2,6 +2,9 @@
 
 #include <QString>
 
-/// A number as text, by a printf-style format with exactly one conversion of a floating-point number, as "%.0f" or
-/// "ch %02.0f %%". Any other format would read what was never passed; it counts as "%.0f".
+/// A number as text, as printf() makes it of a format with at most one conversion of a double: "%.0f", "ch %02.1lf %%".
+/// The decimal point is a point in every language.
+///
+/// A long double's "L" counts as nothing, since the number is a double. A format that printf() would read anything else
+/// for, such as a second number, counts as "%.0f".
 [[nodiscard]] QString numberText(const QString& format, double number);
