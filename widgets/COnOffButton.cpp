@@ -2,6 +2,7 @@
 
 #include "widgets/ImageStrip.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -27,6 +28,11 @@ COnOffButton::COnOffButton(QWidget* parent)
     connect(this, SIGNAL(pressed()), this, SLOT(checkUpdate()), Qt::DirectConnection);
     connect(this, SIGNAL(released()), this, SLOT(checkUpdate()), Qt::DirectConnection);
     connect(this, SIGNAL(toggled(bool)), this, SLOT(checkUpdate()), Qt::DirectConnection);
+}
+
+COnOffButton::~COnOffButton()
+{
+    unregisterObserverFromMemAPI();
 }
 
 Qt::Alignment COnOffButton::alignment() const
@@ -149,8 +155,39 @@ void COnOffButton::checkUpdate()
     updateDoubleBuffer();
 }
 
+void COnOffButton::letGo()
+{
+    const bool wasDown = isDown();
+    // As if it came outside the button: this alone makes Qt forget the press and stop the repeats, without a click.
+    const QPointF outside(-1, -1);
+    QMouseEvent release(QEvent::MouseButtonRelease, outside, mapToGlobal(outside), Qt::LeftButton, Qt::NoButton,
+                        Qt::NoModifier);
+    mouseReleaseEvent(&release);
+    if (wasDown)
+        emit released();
+}
+
+bool COnOffButton::losesItsRelease(const QEvent& event) const
+{
+    switch (event.type()) {
+    case QEvent::WindowBlocked: // by a message box
+    case QEvent::Hide:
+    case QEvent::FocusOut: // to a popup or another window
+        return true;
+    case QEvent::EnabledChange:
+        return !isEnabled();
+    case QEvent::Timer: // a repeat is due
+        return m_heldByPointer && (QApplication::activePopupWidget() != nullptr ||
+                                   !QGuiApplication::mouseButtons().testFlag(Qt::LeftButton));
+    default:
+        return false;
+    }
+}
+
 bool COnOffButton::event(QEvent* event)
 {
+    if (losesItsRelease(*event))
+        letGo();
     return !eventDoubleBuffer(event) && QWidget::event(event);
 }
 
@@ -163,6 +200,14 @@ void COnOffButton::mousePressEvent(QMouseEvent* event)
             click();
     }
     QAbstractButton::mousePressEvent(event);
+    m_heldByPointer = isDown();
+}
+
+void COnOffButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_heldByPointer = false;
+    QPushButton::mouseReleaseEvent(event);
 }
 
 void COnOffButton::keyPressEvent(QKeyEvent* event)

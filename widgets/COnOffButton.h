@@ -33,6 +33,7 @@ class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProx
     Q_ENUM(TOnOffStateTrigger)
 
     explicit COnOffButton(QWidget* parent = nullptr);
+    ~COnOffButton() override;
 
     [[nodiscard]] Qt::Alignment alignment() const;
     void setAlignment(Qt::Alignment alignment);
@@ -64,6 +65,9 @@ class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProx
     /// Checks or unchecks a checkable button; a value of neither state leaves it as it is.
     void updateMemAPI() override;
 
+    /// Comes up without a click if it is held down. The release that ended the press went elsewhere, or soon will.
+    void letGo();
+
   public slots:
     /// Writes the value of the present state and redraws, if checked or down changed since the last call.
     void checkUpdate();
@@ -71,11 +75,13 @@ class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProx
   protected:
     bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void paintDoubleBuffer(QPainter* painter) override;
 
   private:
+    [[nodiscard]] bool losesItsRelease(const QEvent& event) const;
     [[nodiscard]] int imageRow() const;
     void writeParam(int value);
 
@@ -90,4 +96,5 @@ class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProx
     int m_category = 0;
     bool m_lastDown;
     bool m_lastChecked;
+    bool m_heldByPointer = false;
 };

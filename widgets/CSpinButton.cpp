@@ -21,16 +21,6 @@ constexpr int k_maximumRow = 4;
 constexpr int k_rows = 5;
 
 constexpr int k_flashMilliseconds = 100;
-
-// A half that is disabled while it is held down would keep its repeat timer running for ever.
-void enableHalf(COnOffButton* half, bool enabled)
-{
-    half->setEnabled(enabled);
-    if (enabled)
-        return;
-    half->setAutoRepeat(false);
-    half->setAutoRepeat(true);
-}
 } // namespace
 
 CSpinButton::CSpinButton(QWidget* parent) : QAbstractSlider(parent), DoubleBuffer(this)
@@ -50,6 +40,11 @@ CSpinButton::CSpinButton(QWidget* parent) : QAbstractSlider(parent), DoubleBuffe
     connect(this, SIGNAL(valueChanged(int)), this, SLOT(updateValue()));
     updateValue();
     CSpinButton::sliderChange(SliderValueChange);
+}
+
+CSpinButton::~CSpinButton()
+{
+    unregisterObserverFromMemAPI();
 }
 
 COnOffButton* CSpinButton::createHalf(const char* stepSlot)
@@ -155,6 +150,11 @@ bool CSpinButton::event(QEvent* event)
     // A hidden widget learns its size when it is shown, but its children draw their faces when they are polished.
     if (event->type() == QEvent::Polish)
         layoutHalves();
+    // The halves have no focus of their own to lose to a popup.
+    if (event->type() == QEvent::FocusOut) {
+        m_upButton->letGo();
+        m_downButton->letGo();
+    }
     return !eventDoubleBuffer(event) && QWidget::event(event);
 }
 
@@ -217,8 +217,8 @@ void CSpinButton::sliderChange(SliderChange change)
 {
     if (change != SliderRangeChange && change != SliderValueChange)
         return;
-    enableHalf(m_upButton, value() < maximum());
-    enableHalf(m_downButton, value() > minimum());
+    m_upButton->setEnabled(value() < maximum());
+    m_downButton->setEnabled(value() > minimum());
 }
 
 void CSpinButton::paintDoubleBuffer(QPainter* painter)

@@ -23,6 +23,7 @@ class CSpinButton : public QAbstractSlider, public DoubleBuffer, public CMemAPIP
 
   public:
     explicit CSpinButton(QWidget* parent = nullptr);
+    ~CSpinButton() override;
 
     [[nodiscard]] Qt::Alignment alignment() const;
     void setAlignment(Qt::Alignment alignment);

@@ -4,6 +4,13 @@
 #include "tests/widgets/ColorStrip.h"
 #include "widgets/COnOffButton.h"
 
+#include <QMenu>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
 namespace
 {
 constexpr QSize k_frame(10, 8);
@@ -58,6 +65,9 @@ class TestOnOffButton : public CTestCase
     void clickWritesTheValueOfTheNewState();
     void clickIsSentToTheDevice();
     void unchangedStateWritesNothing();
+    void heldButtonLetsGoWithoutAClick_data();
+    void heldButtonLetsGoWithoutAClick();
+    void destroyedButtonIsForgottenByTheMemory();
     void refusedEditFallsBackToTheMemory();
     void valueOfNeitherStateKeepsTheState_data();
     void valueOfNeitherStateKeepsTheState();
@@ -339,6 +349,68 @@ void TestOnOffButton::unchangedStateWritesNothing()
     memory.setValue(55);
     button.checkUpdate();
     QCOMPARE(memory.value(), 55);
+}
+
+void TestOnOffButton::heldButtonLetsGoWithoutAClick_data()
+{
+    QTest::addColumn<std::function<void(QWidget*, COnOffButton*)>>("event");
+    QTest::newRow("message box") << std::function([](QWidget* window, COnOffButton*) {
+        QMessageBox box(window);
+        QTimer::singleShot(0, &box, &QDialog::accept);
+        box.exec();
+    });
+    QTest::newRow("menu") << std::function([](QWidget* window, COnOffButton*) {
+        QMenu menu(window);
+        menu.addAction(QStringLiteral("x"));
+        QTimer::singleShot(0, &menu, &QWidget::close);
+        menu.exec(window->pos());
+    });
+    QTest::newRow("hidden window") << std::function([](QWidget* window, COnOffButton*) {
+        window->hide();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+    });
+    QTest::newRow("disabled") << std::function([](QWidget*, COnOffButton* button) {
+        button->setEnabled(false);
+        button->setEnabled(true);
+    });
+    QTest::newRow("focus elsewhere") << std::function([](QWidget* window, COnOffButton*) { window->setFocus(); });
+}
+
+void TestOnOffButton::heldButtonLetsGoWithoutAClick()
+{
+    QFETCH(std::function<void(QWidget*, COnOffButton*)>, event);
+    QWidget window;
+    window.resize(100, 100);
+    COnOffButton button(&window);
+    button.setGeometry(10, 10, 20, 20);
+    button.setCheckable(true);
+    QVERIFY(showActive(window));
+    QSignalSpy clicks(&button, &QAbstractButton::clicked);
+    QSignalSpy releases(&button, &QAbstractButton::released);
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, QPoint(15, 15));
+    QVERIFY(button.isDown());
+    event(&window, &button);
+    QVERIFY(!button.isDown());
+    QCOMPARE(releases.count(), 1);
+    // The pointer's button is still down: neither a movement nor the late release is one of this button's.
+    QTest::mouseMove(window.windowHandle(), QPoint(16, 16));
+    QVERIFY(!button.isDown());
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, QPoint(15, 15));
+    QCOMPARE(clicks.count(), 0);
+    QVERIFY(!button.isChecked());
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, QPoint(15, 15));
+    QCOMPARE(clicks.count(), 1);
+}
+
+void TestOnOffButton::destroyedButtonIsForgottenByTheMemory()
+{
+    BoundMemory memory;
+    auto button = std::make_unique<COnOffButton>();
+    memory.bind(*button);
+    button.reset();
+    memory.change(64);
+    QCOMPARE(memory.value(), 64);
 }
 
 void TestOnOffButton::refusedEditFallsBackToTheMemory()

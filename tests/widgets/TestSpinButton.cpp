@@ -6,7 +6,12 @@
 #include "widgets/CSpinButton.h"
 
 #include <QAbstractEventDispatcher>
+#include <QMenu>
+#include <QMessageBox>
 #include <QTimer>
+
+#include <functional>
+#include <memory>
 
 namespace
 {
@@ -34,6 +39,22 @@ class CPressCounter : public QWidget
     void mousePressEvent(QMouseEvent*) override
     {
         ++m_presses;
+    }
+};
+
+/// Keeps a release from the window that it was meant for.
+class CReleaseEater : public QObject
+{
+    Q_OBJECT
+
+  public:
+    bool m_hasEaten = false;
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        const bool isRelease = event->type() == QEvent::MouseButtonRelease;
+        m_hasEaten = m_hasEaten || isRelease;
+        return isRelease;
     }
 };
 
@@ -113,6 +134,9 @@ class TestSpinButton : public CTestCase
     void pressShowsTheHalfAndReleaseSteps();
     void heldHalfRepeats();
     void halfHeldToTheLimitStopsItsTimer();
+    void heldHalfStopsWhenItsReleaseGoesElsewhere_data();
+    void heldHalfStopsWhenItsReleaseGoesElsewhere();
+    void destroyedSpinButtonIsForgottenByTheMemory();
     void clickFocusesTheSpinButton();
     void pressAtALimitIsDropped_data();
     void pressAtALimitIsDropped();
@@ -389,6 +413,78 @@ void TestSpinButton::halfHeldToTheLimitStopsItsTimer()
     QVERIFY(QAbstractEventDispatcher::instance()->registeredTimers(up).isEmpty());
     panel.mouseRelease(k_up);
     QCOMPARE(panel.m_spin.value(), 10);
+}
+
+void TestSpinButton::heldHalfStopsWhenItsReleaseGoesElsewhere_data()
+{
+    QTest::addColumn<std::function<void(QWidget*)>>("event");
+    QTest::addColumn<Qt::FocusPolicy>("focusPolicy");
+    const std::function openMenu([](QWidget* window) {
+        QMenu menu(window);
+        menu.addAction(QStringLiteral("x"));
+        QTimer::singleShot(50, &menu, &QWidget::close);
+        menu.exec(window->pos());
+    });
+    QTest::newRow("message box") << std::function([](QWidget* window) {
+        QMessageBox box(window);
+        QTimer::singleShot(50, &box, &QDialog::accept);
+        box.exec();
+    }) << Qt::ClickFocus;
+    QTest::newRow("menu") << openMenu << Qt::ClickFocus;
+    QTest::newRow("menu, the focus is not here") << openMenu << Qt::NoFocus;
+    QTest::newRow("hidden window") << std::function([](QWidget* window) { window->hide(); }) << Qt::ClickFocus;
+    QTest::newRow("disabled window") << std::function([](QWidget* window) { window->setEnabled(false); })
+                                     << Qt::ClickFocus;
+    QTest::newRow("the release alone is lost") << std::function([](QWidget* window) {
+        CReleaseEater eater;
+        window->windowHandle()->installEventFilter(&eater);
+        QTest::mouseRelease(window->windowHandle(), Qt::LeftButton, {}, k_up);
+        QVERIFY(eater.m_hasEaten);
+    }) << Qt::ClickFocus;
+}
+
+void TestSpinButton::heldHalfStopsWhenItsReleaseGoesElsewhere()
+{
+    QFETCH(std::function<void(QWidget*)>, event);
+    QFETCH(Qt::FocusPolicy, focusPolicy);
+    BoundMemory memory;
+    Panel panel(0);
+    panel.m_spin.setFocusPolicy(focusPolicy);
+    panel.m_spin.setRange(0, 1'000'000);
+    memory.bind(panel.m_spin);
+    memory.connect();
+    QVERIFY(panel.show());
+    panel.half(k_up)->setAutoRepeatDelay(1);
+    panel.half(k_up)->setAutoRepeatInterval(1);
+    panel.mousePress(k_up);
+    QTRY_VERIFY(panel.m_spin.value() >= 3);
+    int valueThen = 0;
+    qsizetype sentThen = 0;
+    QTimer::singleShot(20, &panel.m_spin, [&] {
+        valueThen = panel.m_spin.value();
+        sentThen = memory.received().size();
+    });
+    event(&panel.m_window);
+    QTRY_VERIFY(valueThen > 0);
+    // Thirty repeats would have come by now.
+    QTest::qWait(30);
+    QCOMPARE(panel.m_spin.value(), valueThen);
+    QCOMPARE(memory.received().size(), sentThen);
+    for (COnOffButton* half : panel.m_spin.findChildren<COnOffButton*>())
+        QVERIFY(!half->isDown());
+    QVERIFY(panel.face() != frameColor(0, k_upRow));
+    QTest::mouseRelease(panel.m_window.windowHandle(), Qt::LeftButton, {}, k_up);
+    QCOMPARE(panel.m_spin.value(), valueThen);
+}
+
+void TestSpinButton::destroyedSpinButtonIsForgottenByTheMemory()
+{
+    BoundMemory memory;
+    auto spin = std::make_unique<CSpinButton>();
+    memory.bind(*spin);
+    spin.reset();
+    memory.change(64);
+    QCOMPARE(memory.value(), 64);
 }
 
 void TestSpinButton::clickFocusesTheSpinButton()
