@@ -83,7 +83,7 @@ void CImageSlider::mousePressEvent(QMouseEvent* event)
     // The release of an earlier drag can get lost, but not its pointer.
     if (m_drag.isActive())
         QApplication::restoreOverrideCursor();
-    m_drag.begin(event->globalPosition().toPoint());
+    m_drag.begin(*event);
     QApplication::setOverrideCursor(Qt::BlankCursor);
     m_drag.warpPointer(m_drag.centre());
 }

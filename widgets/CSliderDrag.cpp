@@ -22,15 +22,15 @@ bool CSliderDrag::isActive() const
     return m_active;
 }
 
-void CSliderDrag::begin(const QPoint& pressPos)
+void CSliderDrag::begin(const QMouseEvent& press)
 {
     m_active = true;
     m_arithmetic.reset();
-    m_pressPos = pressPos;
+    m_pressPos = press.globalPosition().toPoint();
     m_centre = m_slider->mapToGlobal(QPoint((m_slider->width() - 1) / 2, (m_slider->height() - 1) / 2));
-    m_origin = m_pointerWarps ? m_centre : m_pressPos;
+    m_origin = m_pointerWarps ? QPointF(m_centre) : press.globalPosition();
+    m_originInWindow = press.scenePosition() + (m_origin - press.globalPosition());
     m_pointerPlaced = false;
-    m_rest.reset();
 }
 
 void CSliderDrag::end()
@@ -42,7 +42,7 @@ void CSliderDrag::move(const QMouseEvent& event)
 {
     if (!m_active || !event.buttons().testFlag(Qt::LeftButton))
         return;
-    const QPoint travel = travelTo(event);
+    const QPointF travel = travelTo(event);
     if (travel.isNull())
         return;
 
@@ -54,26 +54,24 @@ void CSliderDrag::move(const QMouseEvent& event)
     if (m_slider->value() != oldValue)
         emit m_slider->actionTriggered(QAbstractSlider::SliderMove);
 
-    if (m_pointerWarps)
+    if (m_pointerWarps) {
         placePointer(m_centre);
-    else
-        m_origin += travel;
+    } else {
+        m_origin = event.globalPosition();
+        m_originInWindow = event.scenePosition();
+    }
 }
 
-QPoint CSliderDrag::travelTo(const QMouseEvent& event)
+QPointF CSliderDrag::travelTo(const QMouseEvent& event)
 {
-    QPointF travel = event.globalPosition() - m_origin;
-    // On a dense screen the pointer also stops between two logical pixels. The toolkit rounds that away, downwards
-    // moves up and upwards moves down, but not where the pointer is in the window.
-    if (m_pointerPlaced && !m_rest && travel.isNull())
-        m_rest = event.scenePosition();
-    if (m_rest) {
-        const QPointF exact = event.scenePosition() - *m_rest;
-        const QPointF roundedAway = exact - travel;
-        if (std::abs(roundedAway.x()) < 1.0 && std::abs(roundedAway.y()) < 1.0)
-            travel = exact;
-    }
-    return {static_cast<int>(travel.x()), static_cast<int>(travel.y())};
+    const QPointF rounded = event.globalPosition() - m_origin;
+    if (m_pointerPlaced && rounded.isNull())
+        m_originInWindow = event.scenePosition();
+    m_pointerPlaced = false;
+    const QPointF exact = event.scenePosition() - m_originInWindow;
+    // A window that moves under the drag makes its positions worthless until the pointer has been placed again.
+    const QPointF roundedAway = exact - rounded;
+    return std::abs(roundedAway.x()) < 1.0 && std::abs(roundedAway.y()) < 1.0 ? exact : rounded;
 }
 
 void CSliderDrag::placePointer(const QPoint& position)

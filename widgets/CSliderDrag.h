@@ -2,9 +2,7 @@
 
 #include "widgets/DragArithmetic.h"
 
-#include <QPoint>
-
-#include <optional>
+#include <QPointF>
 
 class QAbstractSlider;
 class QMouseEvent;
@@ -14,6 +12,9 @@ class QWheelEvent;
 /// slider's centre, and the wheel steps. Hiding the pointer, and when a drag begins and ends, is each slider's own.
 ///
 /// Units    positions are global, in logical pixels.
+/// Dense    on a screen whose ratio is not 1 the pointer also stops between two logical pixels. The toolkit rounds that
+///          away for the screen, but not for the window: travel is measured in the window. Where in the window the
+///          centre's nearest device pixel lies is seen when the pointer has been placed there.
 /// Pointer  where the window system does not let it be placed, it moves on, and a drag measures from its last position.
 class CSliderDrag
 {
@@ -25,12 +26,11 @@ class CSliderDrag
     void setPointerWarps(bool warps);
 
     [[nodiscard]] bool isActive() const;
-    void begin(const QPoint& pressPos);
+    void begin(const QMouseEvent& press);
     void end();
 
     /// Changes the slider's value by what the pointer has travelled and takes the pointer back to the centre.
-    /// Nothing happens without a drag or the left button, or at the centre itself: that is where the pointer was
-    /// placed.
+    /// Nothing happens without a drag or the left button, or where the pointer was placed.
     void move(const QMouseEvent& event);
 
     /// Whether a position lies within the slider.
@@ -47,7 +47,7 @@ class CSliderDrag
     void wheel(const QWheelEvent& event) const;
 
   private:
-    [[nodiscard]] QPoint travelTo(const QMouseEvent& event);
+    [[nodiscard]] QPointF travelTo(const QMouseEvent& event);
     void placePointer(const QPoint& position);
 
     QAbstractSlider* m_slider;
@@ -56,7 +56,7 @@ class CSliderDrag
     DragArithmetic m_arithmetic;
     QPoint m_pressPos;
     QPoint m_centre;
-    QPoint m_origin;               ///< travel is measured from here
-    bool m_pointerPlaced = false;  ///< since the drag began
-    std::optional<QPointF> m_rest; ///< where in the window a placed pointer lands, once that is known
+    QPointF m_origin;             ///< travel is measured from here
+    QPointF m_originInWindow;     ///< the same place, exactly
+    bool m_pointerPlaced = false; ///< since the last event
 };

@@ -177,12 +177,11 @@ void CTextSlider::mousePressEvent(QMouseEvent* event)
     // The release of an earlier drag can get lost, but not its pointer.
     if (m_drag.isActive())
         unsetSliderCursor();
-    const QPoint pointer = event->globalPosition().toPoint();
-    m_drag.begin(pointer);
+    m_drag.begin(*event);
     setAttribute(Qt::WA_UnderMouse);
     setSliderCursor(Qt::BlankCursor);
     // The first move places the pointer, not the press.
-    if (pointer != m_drag.centre())
+    if (m_drag.pressPos() != m_drag.centre())
         PointerWarp::associateMouseAndMouseCursorPosition(true);
 }
 

@@ -2,7 +2,8 @@
 
 /// Turns the vertical travel of a drag into value steps, and keeps the travel that has not made a step yet.
 ///
-/// Units    travel and remainder are in logical pixels, positive downwards; factors are value steps per pixel.
+/// Units    travel and remainder are in logical pixels, positive downwards; factors are value steps per pixel. Travel
+///          comes in parts of a pixel where the screen's ratio is not 1; steps are made of whole pixels alone.
 /// Ranges   a range is maximum - minimum of the value.
 class DragArithmetic
 {
@@ -20,10 +21,12 @@ class DragArithmetic
     void reset();
 
     /// The whole steps that the kept travel and this one make; positive for a drag downwards.
-    [[nodiscard]] int steps(int travel, double factor);
+    [[nodiscard]] int steps(double travel, double factor);
 
+    /// The whole pixels that are kept.
     [[nodiscard]] int remainder() const;
 
   private:
     int m_remainder = 0;
+    double m_fraction = 0.0; ///< kept beside it, less than a pixel
 };
