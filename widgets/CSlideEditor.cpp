@@ -6,7 +6,8 @@
 #include "widgets/CTextSlider.h"
 
 #include <QPalette>
-#include <QScopedValueRollback>
+
+#include <utility>
 
 namespace
 {
@@ -90,13 +91,14 @@ void CSlideEditor::setValue(int value)
 void CSlideEditor::updateMemAPI()
 {
     const int held = getParam();
-    {
-        // What is shown here came from the memory and must not go back: by now, the device may have reported more.
-        const QScopedValueRollback reloading(m_isReloading, true);
-        setValue(held);
-    }
-    if (m_slider != nullptr && getValue() != held && !setParam(getValue()))
+    m_reloaded = held;
+    setValue(held);
+    const bool isShownAlready = std::exchange(m_reloaded, std::nullopt).has_value();
+    if (m_slider == nullptr || !isShownAlready || getValue() == held)
+        return;
+    if (!setParam(getValue()))
         setValue(getParam());
+    emit valueChanged(getValue());
 }
 
 void CSlideEditor::editorSelect()
@@ -111,7 +113,9 @@ void CSlideEditor::valueChange(int value)
     // The second part's echo ends here.
     if (m_slider->value() == m_spinButton->value())
         return;
-    if (!m_isReloading && !setParam(value))
+    // What came from the memory must not go back: by now, the device may have reported more.
+    const bool isReloaded = std::exchange(m_reloaded, std::nullopt) == value;
+    if (!isReloaded && !setParam(value))
         value = getParam();
     m_slider->setValue(value);
     m_spinButton->setValue(value);

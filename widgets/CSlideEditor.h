@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class CSpinButton;
 class QAbstractSlider;
 
@@ -44,8 +46,8 @@ class CSlideEditor : public QWidget, public CMemAPIProxy
     [[nodiscard]] int getValue() const;
     void setValue(int value);
 
-    /// Shows the memory's value. One outside the slider's range is brought into it, here, in the memory and on the
-    /// device: what is shown is what counts.
+    /// Shows the memory's value. One outside the slider's range is brought into it, in the memory, on the device and
+    /// here: what is shown is what counts.
     void updateMemAPI() override;
 
   public slots:
@@ -63,5 +65,5 @@ class CSlideEditor : public QWidget, public CMemAPIProxy
 
     QAbstractSlider* m_slider = nullptr; ///< child
     CSpinButton* m_spinButton = nullptr; ///< child
-    bool m_isReloading = false;          ///< the memory's value is being shown
+    std::optional<int> m_reloaded;       ///< the memory's value, until it is shown
 };

@@ -38,6 +38,8 @@ class TestControlView : public CControlViewTest
     void editorOfAnUnknownParameterSelectsTheKnob();
 
     void ledTypeEditChangesTheLED();
+    void ringShowsTheLEDTypeThatAReportWasClampedTo_data();
+    void ringShowsTheLEDTypeThatAReportWasClampedTo();
     void shownChannelIsOneMoreThanTheStoredOne();
 
     void destroyedPageIsForgottenByTheMemory();
@@ -252,6 +254,37 @@ void TestControlView::ledTypeEditChangesTheLED()
     editorOf(m_page5, k_ledType)->setValue(1);
     QCOMPARE(fade->state(), QAbstractAnimation::Running);
     QCOMPARE(fade->endValue().toInt(), 255);
+}
+
+void TestControlView::ringShowsTheLEDTypeThatAReportWasClampedTo_data()
+{
+    QTest::addColumn<int>("before");
+    QTest::newRow("another type shown") << 0;
+    QTest::newRow("the type shown already") << 3;
+}
+
+void TestControlView::ringShowsTheLEDTypeThatAReportWasClampedTo() // types 0 to 3, at the value 64
+{
+    QFETCH(int, before);
+    CMemAPIWrapper& memory = m_connected->memory;
+    auto* ring = m_page2->findChild<CKnobLED*>();
+    CSlideEditor* ledType = editorOf(m_page2, k_ledType);
+    const auto picture = [ring] {
+        auto* fade = ring->findChild<QPropertyAnimation*>();
+        fade->setCurrentTime(fade->duration());
+        return ring->grab().toImage();
+    };
+    memory.setKnob(1002, 64);
+    memory.notifyParamChabgedById(1002);
+    ledType->setValue(2); // dark
+    ledType->setValue(3);
+    const QImage convex = picture();
+    ledType->setValue(before);
+    memory.setParam(1502, 200);
+    memory.notifyParamChabgedById(1002);
+    memory.updateKnob(2);
+    QCOMPARE(ledType->getValue(), 3);
+    QCOMPARE(picture(), convex);
 }
 
 void TestControlView::shownChannelIsOneMoreThanTheStoredOne()

@@ -48,6 +48,9 @@ class TestSlideEditor : public CTestCase
     void valueOutsideTheRangeEndsClampedEverywhere_data();
     void valueOutsideTheRangeEndsClampedEverywhere();
     void valueOutsideTheRangeStaysWhenTheDeviceCannotBeTold();
+    void clampedValueIsInTheMemoryWhenItIsAnnounced_data();
+    void clampedValueIsInTheMemoryWhenItIsAnnounced();
+    void editMadeDuringAReloadIsNotLost();
     void setValueIsClampedToTheRange();
     void detachedEditorLeavesTheMemoryAlone();
     void destroyedEditorIsForgottenByTheMemory();
@@ -333,6 +336,48 @@ void TestSlideEditor::valueOutsideTheRangeStaysWhenTheDeviceCannotBeTold()
     QCOMPARE(m_slider->value(), 127);
     QCOMPARE(spinButton()->value(), 127);
     QCOMPARE(m_connected->memory.getParam(k_ccNumOfKnob2), 200);
+}
+
+void TestSlideEditor::clampedValueIsInTheMemoryWhenItIsAnnounced_data()
+{
+    QTest::addColumn<int>("shownBefore");
+    QTest::newRow("another value shown") << 10;
+    QTest::newRow("shown already") << 127;
+}
+
+void TestSlideEditor::clampedValueIsInTheMemoryWhenItIsAnnounced()
+{
+    QFETCH(int, shownBefore);
+    m_connected->memory.setParam(k_ccNumOfKnob2, shownBefore);
+    m_connected->memory.updateKnob(2);
+    QList<int> announced;
+    QList<int> held;
+    connect(m_editor, &CSlideEditor::valueChanged, this, [&](int value) {
+        announced.append(value);
+        held.append(m_connected->memory.getParam(k_ccNumOfKnob2));
+    });
+    m_connected->memory.setParam(k_ccNumOfKnob2, 200);
+    m_connected->memory.updateKnob(2);
+    QCOMPARE(announced, QList<int>{127});
+    QCOMPARE(held, QList<int>{127});
+}
+
+void TestSlideEditor::editMadeDuringAReloadIsNotLost()
+{
+    // One there and one back to what is being reloaded.
+    QList<int> edits{50, 40, 60};
+    connect(m_editor, &CSlideEditor::valueChanged, this, [&] {
+        if (!edits.isEmpty())
+            m_editor->setValue(edits.takeFirst());
+    });
+    m_connected->memory.setParam(k_ccNumOfKnob2, 40);
+    m_connected->memory.updateKnob(2);
+    QVERIFY(edits.isEmpty());
+    QCOMPARE(m_slider->value(), 60);
+    QCOMPARE(spinButton()->value(), 60);
+    QCOMPARE(m_connected->memory.getParam(k_ccNumOfKnob2), 60);
+    QCOMPARE(m_connected->device.settings(2).cc, 60);
+    QCOMPARE(m_connected->device.received().size(), 3);
 }
 
 void TestSlideEditor::setValueIsClampedToTheRange()
