@@ -70,19 +70,21 @@ void CImageSlider::updateValue()
 
 bool CImageSlider::event(QEvent* event)
 {
-    if (eventDoubleBuffer(event))
-        return false;
-    return QWidget::event(event);
+    // A message box takes the release, whoever has the focus.
+    if (event->type() == QEvent::WindowBlocked)
+        letGo();
+    return !eventDoubleBuffer(event) && QWidget::event(event);
 }
 
 void CImageSlider::mousePressEvent(QMouseEvent* event)
 {
+    // The release of an earlier press can get lost, but neither its pointer nor that this press selects. Only a drag
+    // goes on while another button is pressed.
+    if (!m_drag.isActive() || event->button() == Qt::LeftButton)
+        letGo();
     setSliderDown(true);
     if (event->button() != Qt::LeftButton)
         return;
-    // The release of an earlier drag can get lost, but not its pointer.
-    if (m_drag.isActive())
-        QApplication::restoreOverrideCursor();
     m_drag.begin(*event);
     QApplication::setOverrideCursor(Qt::BlankCursor);
     m_drag.warpPointer(m_drag.centre());
@@ -109,21 +111,21 @@ void CImageSlider::wheelEvent(QWheelEvent* event)
 
 void CImageSlider::focusOutEvent(QFocusEvent* event)
 {
-    breakDragOff();
+    letGo();
     QAbstractSlider::focusOutEvent(event);
 }
 
 void CImageSlider::hideEvent(QHideEvent* event)
 {
-    breakDragOff();
+    letGo();
     QAbstractSlider::hideEvent(event);
 }
 
-void CImageSlider::breakDragOff()
+void CImageSlider::letGo()
 {
+    setSliderDown(false);
     if (!m_drag.isActive())
         return;
-    setSliderDown(false);
     m_drag.end();
     QApplication::restoreOverrideCursor();
 }

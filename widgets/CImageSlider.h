@@ -52,7 +52,8 @@ class CImageSlider : public QAbstractSlider, public DoubleBuffer, public CMemAPI
     void paintDoubleBuffer(QPainter* painter) override;
 
   private:
-    void breakDragOff();
+    /// Ends a press whose release went elsewhere, and a drag with it.
+    void letGo();
 
     QPixmap m_image;
     int m_totalImages = 1;

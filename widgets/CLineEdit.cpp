@@ -15,6 +15,11 @@ namespace
 {
 constexpr QColor k_selectionColor{55, 55, 55}; ///< as of a selected menu item
 
+bool isReturn(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 // While the field's own menu is open, the field lends its focus and the edit goes on.
 bool isForOwnMenu(const QFocusEvent& event, const QWidget* field)
 {
@@ -38,7 +43,10 @@ CLineEdit::CLineEdit(QWidget* parent) : QLineEdit(parent)
     connect(this, SIGNAL(textChanged(QString)), this, SLOT(updateText()));
 }
 
-CLineEdit::~CLineEdit() = default;
+CLineEdit::~CLineEdit()
+{
+    unregisterObserverFromMemAPI();
+}
 
 QString CLineEdit::validatorRegExp() const
 {
@@ -116,10 +124,14 @@ void CLineEdit::updateText() {}
 
 void CLineEdit::keyPressEvent(QKeyEvent* event)
 {
+    const QPointer<CLineEdit> field = this;
     if (event->key() == Qt::Key_Escape)
         abort();
     else
         QLineEdit::keyPressEvent(event);
+    // Qt holds an edit open whose text the validator does not accept, such as none at all.
+    if (field && isReturn(event->key()))
+        abort();
     event->accept();
 }
 
@@ -135,11 +147,12 @@ void CLineEdit::focusInEvent(QFocusEvent* event)
 
 void CLineEdit::focusOutEvent(QFocusEvent* event)
 {
-    if (m_editing && !hasAcceptableInput())
+    const bool lendsFocus = isForOwnMenu(*event, this);
+    if (!lendsFocus && !hasAcceptableInput())
         abort();
     QLineEdit::focusOutEvent(event);
     // Qt reports the end of an edit only if the text was changed, but the edit ends with the focus in any case.
-    if (!isForOwnMenu(*event, this))
+    if (!lendsFocus)
         accept();
 }
 

@@ -162,21 +162,23 @@ void CTextSlider::updateValue()
 
 bool CTextSlider::event(QEvent* event)
 {
-    if (eventDoubleBuffer(event))
-        return false;
-    return QWidget::event(event);
+    // A message box takes the release, whoever has the focus.
+    if (event->type() == QEvent::WindowBlocked)
+        letGo();
+    return !eventDoubleBuffer(event) && QWidget::event(event);
 }
 
 void CTextSlider::mousePressEvent(QMouseEvent* event)
 {
     if (!m_drag.isOverSlider(event->globalPosition()))
         return;
+    // The release of an earlier press can get lost, but neither its pointer nor that this press selects. Only a drag
+    // goes on while another button is pressed.
+    if (!m_drag.isActive() || event->button() == Qt::LeftButton)
+        letGo();
     setSliderDown(true);
     if (event->button() != Qt::LeftButton)
         return;
-    // The release of an earlier drag can get lost, but not its pointer.
-    if (m_drag.isActive())
-        unsetSliderCursor();
     m_drag.begin(*event);
     setAttribute(Qt::WA_UnderMouse);
     setSliderCursor(Qt::BlankCursor);
@@ -207,21 +209,21 @@ void CTextSlider::wheelEvent(QWheelEvent* event)
 
 void CTextSlider::focusOutEvent(QFocusEvent* event)
 {
-    breakDragOff();
+    letGo();
     QAbstractSlider::focusOutEvent(event);
 }
 
 void CTextSlider::hideEvent(QHideEvent* event)
 {
-    breakDragOff();
+    letGo();
     QAbstractSlider::hideEvent(event);
 }
 
-void CTextSlider::breakDragOff()
+void CTextSlider::letGo()
 {
+    setSliderDown(false);
     if (!m_drag.isActive())
         return;
-    setSliderDown(false);
     m_drag.end();
     unsetSliderCursor();
 }
@@ -299,7 +301,11 @@ void CTextSlider::abortEdit()
 
 void CTextSlider::closeEdit(Qt::FocusReason reason)
 {
+    // A click that ended the typing has put the focus elsewhere already.
+    const QWidget* focus = window()->focusWidget();
+    const bool isFocusFree = focus == nullptr || focus == m_lineEdit;
     m_lineEdit->hide();
-    setFocus(reason);
+    if (isFocusFree)
+        setFocus(reason);
     updateDoubleBuffer();
 }

@@ -97,7 +97,8 @@ class CTextSlider : public QAbstractSlider, public DoubleBuffer, public CMemAPIP
     void paintDoubleBuffer(QPainter* painter) override;
 
   private:
-    void breakDragOff();
+    /// Ends a press whose release went elsewhere, and a drag with it.
+    void letGo();
     void setEditValidator();
     void closeEdit(Qt::FocusReason reason);
 

@@ -9,6 +9,8 @@
 #include <QTimer>
 #include <QValidator>
 
+#include <memory>
+
 namespace
 {
 /// Counts the keys that its child lets through.
@@ -104,6 +106,11 @@ class TestLineEdit : public CTestCase
     void validatorMatchesTheWholeText();
     void emptyExpressionRemovesTheValidator();
     void memoryDoesNotChangeTheText();
+    void destroyedFieldIsForgottenByTheMemory();
+    void returnEndsAnEditThatTheValidatorDoesNotAccept_data();
+    void returnEndsAnEditThatTheValidatorDoesNotAccept();
+    void ownMenuLeavesAnEmptiedFieldOpen_data();
+    void ownMenuLeavesAnEmptiedFieldOpen();
     void menuHasTheEntriesOfTheState_data();
     void menuHasTheEntriesOfTheState();
     void menuEntriesActOnTheField();
@@ -370,6 +377,91 @@ void TestLineEdit::memoryDoesNotChangeTheText()
     QCOMPARE(edit.text(), QStringLiteral("1"));
     edit.setText(QStringLiteral("2"));
     QCOMPARE(memory.value(), 64);
+}
+
+void TestLineEdit::destroyedFieldIsForgottenByTheMemory()
+{
+    BoundMemory memory;
+    auto field = std::make_unique<CLineEdit>(nullptr);
+    memory.bind(*field);
+    field.reset();
+    memory.change(64);
+    QCOMPARE(memory.value(), 64);
+}
+
+void TestLineEdit::returnEndsAnEditThatTheValidatorDoesNotAccept_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("Return, nothing") << Qt::Key_Return << "";
+    QTest::newRow("Enter, nothing") << Qt::Key_Enter << "";
+    QTest::newRow("Return, a sign alone") << Qt::Key_Return << "-";
+}
+
+void TestLineEdit::returnEndsAnEditThatTheValidatorDoesNotAccept()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(QString, typed);
+    QIntValidator validator;
+    Form form;
+    form.m_edit.setValidator(&validator);
+    QVERIFY(form.show());
+    form.start(QStringLiteral("12"));
+    form.m_edit.selectAll();
+    QTest::keyClick(&form.m_edit, Qt::Key_Delete);
+    QTest::keyClicks(&form.m_edit, typed);
+    QTest::keyClick(&form.m_edit, key);
+    QCOMPARE(form.m_signals, QStringList({"started", "aborted"}));
+    QCOMPARE(form.m_edit.text(), QStringLiteral("12"));
+    QVERIFY(!form.m_edit.hasFocus());
+    QCOMPARE(form.m_window.m_keys, 0);
+}
+
+void TestLineEdit::ownMenuLeavesAnEmptiedFieldOpen_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Undo") << "&Undo"
+                          << "12";
+    QTest::newRow("Paste") << "&Paste"
+                           << "34";
+    QTest::newRow("none") << ""
+                          << "";
+}
+
+void TestLineEdit::ownMenuLeavesAnEmptiedFieldOpen()
+{
+    QFETCH(QString, command);
+    QIntValidator validator;
+    Form form;
+    form.m_edit.setValidator(&validator);
+    QVERIFY(form.show());
+    form.start(QStringLiteral("12"));
+    form.m_edit.selectAll();
+    QTest::keyClick(&form.m_edit, Qt::Key_Delete);
+    QApplication::clipboard()->setText(QStringLiteral("34"));
+    bool seen = false;
+    QTimer::singleShot(0, &form.m_edit, [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (menu == nullptr)
+            return;
+        seen = true;
+        for (QAction* action : menu->actions()) {
+            if (!command.isEmpty() && action->text().startsWith(command)) {
+                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+                return;
+            }
+        }
+        QTest::keyClick(menu, Qt::Key_Escape);
+    });
+    // The press opens the menu, the release goes to it.
+    const QPoint at = form.m_edit.geometry().center();
+    QTest::mousePress(form.m_window.windowHandle(), Qt::RightButton, {}, at);
+    QTest::mouseRelease(form.m_window.windowHandle(), Qt::RightButton, {}, at);
+    QVERIFY(seen);
+    QCOMPARE(form.m_signals, QStringList({"started"}));
+    QVERIFY(form.m_edit.hasFocus());
+    QTEST(form.m_edit.text(), "text");
 }
 
 void TestLineEdit::menuHasTheEntriesOfTheState_data()

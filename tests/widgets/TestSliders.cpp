@@ -5,6 +5,10 @@
 #include "widgets/CImageSlider.h"
 #include "widgets/CTextSlider.h"
 
+#include <QMenu>
+#include <QMessageBox>
+#include <QTimer>
+
 #include <functional>
 #include <memory>
 
@@ -57,6 +61,11 @@ class TestSliders : public CTestCase
     void everyReleaseEndsAnOverrideCursor();
     void hidingDuringADragShowsThePointer();
     void destructionDuringADragShowsThePointer();
+    void dragEndsWhenItsReleaseGoesElsewhere_data();
+    void dragEndsWhenItsReleaseGoesElsewhere();
+    void rightPressWhoseReleaseAMenuTakesLeavesTheNextPressToSelect();
+    void rightPressWhoseReleaseIsLostLeavesTheNextPressToSelect();
+    void dragGoesOnThroughThePressOfAnotherButton();
     void pressAfterALostReleaseHidesThePointerOnce();
 
     void wheelStepsOnce_data();
@@ -204,6 +213,83 @@ void TestSliders::destructionDuringADragShowsThePointer()
     QVERIFY(QApplication::overrideCursor() != nullptr);
     delete m_slider;
     QVERIFY(QApplication::overrideCursor() == nullptr);
+}
+
+void TestSliders::dragEndsWhenItsReleaseGoesElsewhere_data()
+{
+    QTest::addColumn<bool>("menu");
+    QTest::addColumn<Qt::FocusPolicy>("focusPolicy");
+    QTest::newRow("message box") << false << Qt::ClickFocus;
+    QTest::newRow("message box, the focus is elsewhere") << false << Qt::NoFocus;
+    QTest::newRow("menu") << true << Qt::ClickFocus;
+}
+
+void TestSliders::dragEndsWhenItsReleaseGoesElsewhere()
+{
+    QFETCH(bool, menu);
+    QFETCH(Qt::FocusPolicy, focusPolicy);
+    m_slider->clearFocus();
+    m_slider->setFocusPolicy(focusPolicy);
+    const QPoint centre = m_slider->geometry().center();
+    QTest::mousePress(m_window->windowHandle(), Qt::LeftButton, {}, centre);
+    QVERIFY(QApplication::overrideCursor() != nullptr);
+    QMessageBox box(m_window.get());
+    QMenu popup(m_window.get());
+    popup.addAction(QStringLiteral("x"));
+    bool isPointerShown = false;
+    QTimer::singleShot(0, m_slider, [&] {
+        isPointerShown = QApplication::overrideCursor() == nullptr;
+        box.accept();
+        popup.close();
+    });
+    if (menu)
+        popup.exec(m_window->pos());
+    else
+        box.exec();
+    QVERIFY(isPointerShown);
+    QVERIFY(!m_slider->isSliderDown());
+    // The pointer's button is still down.
+    const int value = m_slider->value();
+    QTest::mouseMove(m_window->windowHandle(), centre - QPoint(0, 9));
+    QCOMPARE(m_slider->value(), value);
+    QTest::mouseRelease(m_window->windowHandle(), Qt::LeftButton, {}, centre);
+    QVERIFY(QApplication::overrideCursor() == nullptr);
+}
+
+void TestSliders::rightPressWhoseReleaseAMenuTakesLeavesTheNextPressToSelect()
+{
+    const QPoint centre = m_slider->geometry().center();
+    QSignalSpy presses(m_slider, &QAbstractSlider::sliderPressed);
+    QTest::mousePress(m_window->windowHandle(), Qt::RightButton, {}, centre);
+    QCOMPARE(presses.count(), 1);
+    QMenu menu(m_window.get());
+    menu.addAction(QStringLiteral("x"));
+    menu.popup(m_window->mapToGlobal(QPoint(150, 150)));
+    QTest::mouseRelease(menu.windowHandle(), Qt::RightButton, {}, QPoint(-50, -50));
+    menu.close();
+    QVERIFY(!m_slider->isSliderDown());
+    QTest::mousePress(m_window->windowHandle(), Qt::LeftButton, {}, centre);
+    QCOMPARE(presses.count(), 2);
+    QTest::mouseRelease(m_window->windowHandle(), Qt::LeftButton, {}, centre);
+}
+
+void TestSliders::rightPressWhoseReleaseIsLostLeavesTheNextPressToSelect()
+{
+    QSignalSpy presses(m_slider, &QAbstractSlider::sliderPressed);
+    sendPress(*m_slider, centreOf(*m_slider), Qt::RightButton);
+    sendPress(*m_slider, centreOf(*m_slider), Qt::LeftButton);
+    QCOMPARE(presses.count(), 2);
+    sendRelease(*m_slider, centreOf(*m_slider));
+}
+
+void TestSliders::dragGoesOnThroughThePressOfAnotherButton()
+{
+    const QPoint centre = centreOf(*m_slider);
+    sendPress(*m_slider, centre);
+    sendMouse(*m_slider, QEvent::MouseButtonPress, centre, Qt::RightButton, Qt::LeftButton | Qt::RightButton);
+    sendMove(*m_slider, centre - QPoint(0, 8));
+    QVERIFY(m_slider->value() > m_start);
+    sendRelease(*m_slider, centre);
 }
 
 void TestSliders::pressAfterALostReleaseHidesThePointerOnce()

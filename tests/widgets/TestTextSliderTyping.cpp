@@ -1,7 +1,11 @@
 #include "tests/widgets/CTextSliderTest.h"
+
+#include "tests/widgets/ActiveWindow.h"
 #include "tests/widgets/WidgetEvents.h"
 #include "widgets/CLineEdit.h"
 
+#include <QMessageBox>
+#include <QTimer>
 #include <QValidator>
 
 class TestTextSliderTyping : public CTextSliderTest
@@ -19,6 +23,11 @@ class TestTextSliderTyping : public CTextSliderTest
     void hugeNumberAndZeroMultiplierAreHarmless();
     void escapeAbortsTyping();
     void acceptAfterAbortChangesNothing();
+    void clickOnAnotherSliderEndsTypingAndKeepsTheFocus();
+    void clickOnTheSliderItselfEndsTyping();
+    void windowChangeEndsTypingAndLeavesTheFocusToTheSlider();
+    void returnInAnEmptiedFieldClosesItAndKeepsTheValue();
+    void rightClickInAnEmptiedFieldKeepsItOpen();
     void fieldTakesOverTheSlidersLook();
     void fieldAcceptsWholeNumbersUnlessTheFormulaHasFractions_data();
     void fieldAcceptsWholeNumbersUnlessTheFormulaHasFractions();
@@ -163,6 +172,94 @@ void TestTextSliderTyping::acceptAfterAbortChangesNothing()
     type(QStringLiteral("13"));
     QTest::keyClick(m_slider->lineEdit(), Qt::Key_Return);
     QCOMPARE(m_slider->value(), 13);
+}
+
+void TestTextSliderTyping::clickOnAnotherSliderEndsTypingAndKeepsTheFocus()
+{
+    auto* other = new CTextSlider(m_window.get());
+    other->setGeometry(50, 100, 73, 15);
+    other->setRange(0, 127);
+    other->setValue(30);
+    other->show();
+    type(QStringLiteral("12"));
+    const QPoint there = other->geometry().center();
+    QTest::mousePress(m_window->windowHandle(), Qt::LeftButton, {}, there);
+    QCOMPARE(m_slider->value(), 12);
+    QVERIFY(!m_slider->lineEdit()->isVisible());
+    QVERIFY(other->hasFocus());
+    // A message box during the drag shows the pointer again.
+    QMessageBox box(m_window.get());
+    bool isPointerShown = false;
+    QTimer::singleShot(0, &box, [&] {
+        isPointerShown = QApplication::overrideCursor() == nullptr;
+        box.accept();
+    });
+    box.exec();
+    QVERIFY(isPointerShown);
+    QTest::mouseRelease(m_window->windowHandle(), Qt::LeftButton, {}, there);
+    m_window->activateWindow();
+    QTRY_VERIFY(other->hasFocus());
+    const int value = other->value();
+    QTest::keyClick(m_window->windowHandle(), Qt::Key_Up);
+    QCOMPARE(other->value(), value + 1);
+    QCOMPARE(m_slider->value(), 12);
+}
+
+void TestTextSliderTyping::clickOnTheSliderItselfEndsTyping()
+{
+    // Its spin button beside the field, or whatever else of it the field does not cover.
+    type(QStringLiteral("12"));
+    m_slider->setFocus(Qt::MouseFocusReason);
+    QCOMPARE(m_slider->value(), 12);
+    QVERIFY(!m_slider->lineEdit()->isVisible());
+    QVERIFY(m_slider->hasFocus());
+}
+
+void TestTextSliderTyping::windowChangeEndsTypingAndLeavesTheFocusToTheSlider()
+{
+    type(QStringLiteral("12"));
+    QWidget other;
+    other.setGeometry(400, 20, 50, 50);
+    QVERIFY(showActive(other));
+    QCOMPARE(m_slider->value(), 12);
+    QVERIFY(!m_slider->lineEdit()->isVisible());
+    other.hide();
+    m_window->activateWindow();
+    QTRY_VERIFY(m_slider->hasFocus());
+}
+
+void TestTextSliderTyping::returnInAnEmptiedFieldClosesItAndKeepsTheValue()
+{
+    QSignalSpy actions(m_slider, &QAbstractSlider::actionTriggered);
+    type(QString());
+    QTest::keyClick(m_slider->lineEdit(), Qt::Key_Delete);
+    QCOMPARE(m_slider->lineEdit()->text(), QString());
+    QTest::keyClick(m_slider->lineEdit(), Qt::Key_Return);
+    QCOMPARE(m_slider->value(), 64);
+    QCOMPARE(actions.count(), 0);
+    QVERIFY(!m_slider->lineEdit()->isVisible());
+    QVERIFY(m_slider->hasFocus());
+}
+
+void TestTextSliderTyping::rightClickInAnEmptiedFieldKeepsItOpen()
+{
+    static_cast<void>(m_slider->grab());
+    type(QString());
+    QTest::keyClick(m_slider->lineEdit(), Qt::Key_Delete);
+    bool wasOpen = false;
+    QTimer::singleShot(0, m_slider, [&] {
+        QWidget* menu = QApplication::activePopupWidget();
+        wasOpen = menu != nullptr && m_slider->lineEdit()->isVisible();
+        QTest::keyClick(menu, Qt::Key_Escape);
+    });
+    const QPoint at = m_slider->geometry().center();
+    QTest::mousePress(m_window->windowHandle(), Qt::RightButton, {}, at);
+    QTest::mouseRelease(m_window->windowHandle(), Qt::RightButton, {}, at);
+    QVERIFY(wasOpen);
+    QVERIFY(m_slider->lineEdit()->hasFocus());
+    QTest::keyClicks(m_slider->lineEdit(), QStringLiteral("7"));
+    QTest::keyClick(m_slider->lineEdit(), Qt::Key_Return);
+    QCOMPARE(m_slider->value(), 7);
 }
 
 void TestTextSliderTyping::fieldTakesOverTheSlidersLook()
