@@ -16,6 +16,7 @@
 #include "style/CSplashView.h"
 #include "ui_MainWindow.h"
 #include "widgets/CControlView.h"
+#include "widgets/CLineEdit.h"
 
 #include <QClipboard>
 #include <QCloseEvent>
@@ -61,6 +62,7 @@ CMainWindow::~CMainWindow()
     delete m_connectionMonitor;
     delete m_receptionMonitor;
     releaseSubController(this);
+    QGuiApplication::clipboard()->disconnect(this);
     m_memory.reset();
     m_menuManager.reset();
     m_file.reset();
@@ -90,6 +92,8 @@ void CMainWindow::initialize()
 
     m_menuManager = std::make_unique<CMenuManager>();
     m_menuManager->initialize(this);
+    // Another window's copy, or this one's own by a shortcut, can be pasted without a selection before.
+    connect(QGuiApplication::clipboard(), SIGNAL(dataChanged()), this, SLOT(setEditMenuEnable()));
     m_memory = std::make_unique<CMemAPIWrapper>();
     m_memory->initialize();
     m_file = std::make_unique<CFileWrapper>(this, m_memory.get());
@@ -248,6 +252,7 @@ void CMainWindow::endInitialize()
 
 void CMainWindow::open()
 {
+    finishTyping();
     if (m_file && m_file->openFile())
         updateAndSendAllKnobs();
 }
@@ -256,6 +261,7 @@ void CMainWindow::applicationFileOpen()
 {
     if (m_applicationFilePath.isEmpty() || !m_file)
         return;
+    finishTyping();
     // Nothing can have been edited during the start-up.
     if (!m_initializing && !m_file->checkSaveFile())
         return;
@@ -281,6 +287,7 @@ void CMainWindow::sendAllKnobs()
 
 void CMainWindow::save()
 {
+    finishTyping();
     // The file object has told the user of a failure.
     if (m_file)
         static_cast<void>(m_file->saveFile());
@@ -288,6 +295,7 @@ void CMainWindow::save()
 
 void CMainWindow::saveAs()
 {
+    finishTyping();
     if (m_file)
         static_cast<void>(m_file->saveAsFile());
 }
@@ -297,8 +305,15 @@ CControlView* CMainWindow::selectedControlView() const
     return m_views.value(m_selectedView, nullptr);
 }
 
+void CMainWindow::finishTyping()
+{
+    if (auto* field = qobject_cast<CLineEdit*>(focusWidget()))
+        field->accept();
+}
+
 void CMainWindow::copy()
 {
+    finishTyping();
     CControlView* view = selectedControlView();
     if (view != nullptr && view->canCopy())
         view->copy();
@@ -306,6 +321,7 @@ void CMainWindow::copy()
 
 void CMainWindow::paste()
 {
+    finishTyping();
     CControlView* view = selectedControlView();
     if (view != nullptr && view->canPaste())
         view->paste();
@@ -325,6 +341,7 @@ void CMainWindow::conViewSelect(int index)
 
 void CMainWindow::revert()
 {
+    finishTyping();
     if (m_memory && CMessageBox::question(this, k_revertTitle, k_revertMessage, QMessageBox::Yes | QMessageBox::No,
                                           QMessageBox::No) == QMessageBox::Yes)
         m_memory->revertParams();
@@ -332,6 +349,7 @@ void CMainWindow::revert()
 
 void CMainWindow::factoryReset()
 {
+    finishTyping();
     if (m_memory && CMessageBox::question(this, k_resetTitle, k_resetMessage, QMessageBox::Yes | QMessageBox::No,
                                           QMessageBox::No) == QMessageBox::Yes) {
         setAllDefaultParamsToMemAPI();
@@ -385,6 +403,7 @@ void CMainWindow::windowUnlock()
 
 void CMainWindow::closeEvent(QCloseEvent* e)
 {
+    finishTyping();
     if (!m_initializing && m_file && !m_file->checkSaveFile())
         e->ignore();
     else

@@ -87,6 +87,9 @@ class CMainWindow : public CFrame
     void createConnectionMonitors();
     [[nodiscard]] CControlView* selectedControlView() const;
 
+    /// Accepts a number that is being typed, so that no command misses it.
+    void finishTyping();
+
     /// Shows every knob's settings and sends them to the device.
     void updateAndSendAllKnobs();
     void sendAllKnobs();

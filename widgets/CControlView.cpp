@@ -214,10 +214,11 @@ bool CControlView::eventFilter(QObject* object, QEvent* event)
     if (!area.contains(QCursor::pos()))
         return QWidget::eventFilter(object, event);
 
-    if (qobject_cast<CSlideEditor*>(control) != nullptr)
-        sliderSelect(control);
+    // Through the control, so that the window hears of it as it does of a click.
+    if (auto* editor = qobject_cast<CSlideEditor*>(control))
+        editor->editorSelect();
     else
-        knobSelect();
+        emit m_knob->selected();
     showContextMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
     return true;
 }

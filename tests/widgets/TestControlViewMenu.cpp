@@ -1,5 +1,6 @@
 #include "tests/widgets/CControlViewTest.h"
 #include "widgets/CKnobLED.h"
+#include "widgets/COnOffButton.h"
 
 #include <QAction>
 #include <QApplication>
@@ -22,6 +23,8 @@ class TestControlViewMenu : public CControlViewTest
 
     void rightClickSelectsAndOffersCopyAndPaste_data();
     void rightClickSelectsAndOffersCopyAndPaste();
+    void rightClickTellsTheWindowOfTheSelection_data();
+    void rightClickTellsTheWindowOfTheSelection();
     void menuCommandsGoThroughTheParent();
     void rightClickOutsideTheControlFallsThrough();
     void hiddenPageLeavesContextMenusAlone();
@@ -101,6 +104,29 @@ void TestControlViewMenu::rightClickSelectsAndOffersCopyAndPaste()
     QVERIFY(m_page2->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly).isEmpty());
     m_page2->copy();
     QVERIFY(QGuiApplication::clipboard()->mimeData()->hasFormat(mimeTypeOf(control)));
+}
+
+void TestControlViewMenu::rightClickTellsTheWindowOfTheSelection_data()
+{
+    QTest::addColumn<int>("control");
+    for (int control = 0; control <= 5; ++control)
+        QTest::addRow("control %d", control) << control;
+}
+
+void TestControlViewMenu::rightClickTellsTheWindowOfTheSelection()
+{
+    QFETCH(int, control);
+    // On the arrows, whose press selects nothing.
+    QWidget* target = control == 0 ? static_cast<QWidget*>(m_page2->findChild<CKnobLED*>())
+                                   : editorOf(m_page2, control)->findChild<COnOffButton*>();
+    QStringList order;
+    connect(m_page2, &CControlView::selected, this, [&] { order.append(QStringLiteral("page")); });
+    const int updates = m_window->m_menuUpdates;
+    rightClick(target, [&](QMenu*) {
+        QCOMPARE(order, QStringList{"page"});
+        QCOMPARE(m_window->m_menuUpdates, updates + 1);
+    });
+    QCOMPARE(m_menusSeen, 1);
 }
 
 void TestControlViewMenu::menuCommandsGoThroughTheParent()
