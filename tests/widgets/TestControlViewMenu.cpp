@@ -82,6 +82,8 @@ void TestControlViewMenu::rightClickSelectsAndOffersCopyAndPaste()
     QFETCH(int, control);
     QFETCH(bool, canPaste);
     fillClipboard(canPaste ? mimeTypeOf(control) : QStringLiteral("text/plain"), QByteArray("1"));
+    if (canPaste && control == 0)
+        m_page5->copy(); // a knob's mark counts only if it is this process's own
     QSignalSpy selections(m_page2, &CControlView::selected);
     QWidget* target =
         control == 0 ? static_cast<QWidget*>(m_page2->findChild<CKnobLED*>()) : sliderOf(m_page2, control);
