@@ -47,6 +47,8 @@ int CMessageBox::showMessageBox(QWidget* parent, QMessageBox::Icon icon, const Q
                                 QMessageBox::StandardButtons buttons, QMessageBox::StandardButton defaultButton)
 {
     QMessageBox box(icon, title, text, buttons, parent, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    // A name of a file may look like formatting.
+    box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(defaultButton);
     const QList<QAbstractButton*> allButtons = box.buttons();
     for (QAbstractButton* button : allButtons) {

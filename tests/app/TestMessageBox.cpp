@@ -39,6 +39,8 @@ class TestMessageBox : public CTestCase
     void skinIconTakesThePlaceOfTheDesktops_data();
     void skinIconTakesThePlaceOfTheDesktops();
     void buttonsShowTextAlone();
+    void textIsShownAsItStands_data();
+    void textIsShownAsItStands();
 };
 
 void TestMessageBox::texts_data()
@@ -173,6 +175,35 @@ void TestMessageBox::skinIconTakesThePlaceOfTheDesktops()
         shown = box->findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))->pixmap().toImage();
     });
     QCOMPARE(shown, expected);
+}
+
+void TestMessageBox::textIsShownAsItStands_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("tags") << "a<b>bold</b>.CJX";
+    QTest::newRow("tags at the name's begin") << "<h1>big</h1>.CJX";
+    QTest::newRow("entity") << "a&lt;b.CJX";
+}
+
+/// The text takes as much room as its letters do: tags would vanish, and a heading would be larger.
+void TestMessageBox::textIsShownAsItStands()
+{
+    QFETCH(QString, name);
+    const QString text = k_fileExists.arg(name);
+    QSize needed;
+    QSize letters;
+    whileOpen(QMessageBox::Question, text, [&](const QWidget* box) {
+        const auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        needed = label->sizeHint();
+        QLabel plain(text);
+        plain.setTextFormat(Qt::PlainText);
+        plain.setFont(label->font());
+        plain.setContentsMargins(label->contentsMargins());
+        plain.setWordWrap(label->wordWrap());
+        plain.setMinimumWidth(label->minimumWidth());
+        letters = plain.sizeHint();
+    });
+    QCOMPARE(needed, letters);
 }
 
 void TestMessageBox::buttonsShowTextAlone()
