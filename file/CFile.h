@@ -44,7 +44,8 @@ class CFile
     /// Saves to the current path, or asks for a name when that is no existing file.
     bool saveFile();
 
-    /// Asks for a name, also before it overwrites, and saves. A name without a suffix gets the file filter's.
+    /// Asks for a name, also before it overwrites, and saves. A name that does not end in the file filter's suffix,
+    /// in either case, gets it.
     bool saveAsFile();
 
     [[nodiscard]] QString read(const QString& name);

@@ -73,8 +73,10 @@ QString CFile::askForSaveName() const
                                             QFileDialog::DontConfirmOverwrite);
         if (name.isEmpty())
             return name;
-        if (QFileInfo(name).suffix().isEmpty())
-            name += suffixOfFilter(getExtension());
+        // Any other suffix is part of the name ("set 1.0"), and the dialog would hide such a file.
+        const QString suffix = suffixOfFilter(getExtension());
+        if (!name.endsWith(suffix, Qt::CaseInsensitive))
+            name += suffix;
         const QFileInfo info(name);
         if (!info.exists() ||
             CMessageBox::question(m_parent, k_saveDialogTitle, k_fileExists.arg(info.fileName()),

@@ -67,6 +67,7 @@ class TestFileDialogs : public CTestCase
     void saveAsFileAsksBeforeItOverwrites();
     void saveAsFileAsksAgainAfterNo();
     void saveAsFileAsksAfterTheSuffixIsAdded();
+    void nameWithADotIsAskedAboutWithItsSuffix();
     void saveAsFileOverAFolderFails();
     void saveAsFileFails();
 
@@ -487,7 +488,13 @@ void TestFileDialogs::saveAsFileAddsTheSuffix_data()
     QTest::newRow("the suffix in lower case") << "a.cjx"
                                               << "a.cjx";
     QTest::newRow("another suffix") << "a.xml"
-                                    << "a.xml";
+                                    << "a.xml.CJX";
+    QTest::newRow("a dot that begins no suffix") << "set 1.0"
+                                                 << "set 1.0.CJX";
+    QTest::newRow("a dot at the end") << "set."
+                                      << "set..CJX";
+    QTest::newRow("the suffix's letters without its dot") << "aCJX"
+                                                          << "aCJX.CJX";
 }
 
 void TestFileDialogs::saveAsFileAddsTheSuffix()
@@ -556,6 +563,18 @@ void TestFileDialogs::saveAsFileAsksAfterTheSuffixIsAdded()
     QVERIFY(m_boxes->boxes().first().text.startsWith("\"old.CJX\" already exists."));
     QVERIFY(SettingsFixture::bytesOf(old) != k_oldBytes);
     QVERIFY(!QFileInfo::exists(m_settings->path("old")));
+}
+
+void TestFileDialogs::nameWithADotIsAskedAboutWithItsSuffix()
+{
+    const QString old = m_settings->file("set 1.0.CJX", k_oldBytes);
+    m_boxes->setAnswer(QMessageBox::Yes);
+    CFileDialogAnswer dialogs({m_settings->path("set 1.0")});
+    CFileWrapper file(&*m_window, &m_settings->memory);
+    QVERIFY(file.saveAsFile());
+    QCOMPARE(m_boxes->boxes().size(), 1);
+    QVERIFY(m_boxes->boxes().first().text.startsWith("\"set 1.0.CJX\" already exists."));
+    QVERIFY(SettingsFixture::bytesOf(old) != k_oldBytes);
 }
 
 void TestFileDialogs::saveAsFileOverAFolderFails()
