@@ -1,14 +1,13 @@
 #include "app/RunEditor.h"
 
 #include "app/CApplication.h"
+#include "app/CFatalMessageGuard.h"
 #include "app/CMainWindow.h"
-#include "app/DisplaySetup.h"
 #include "app/common/SkinFonts.h"
 #include "app/common/SkinPixmap.h"
 #include "style/CJXStyle.h"
 
 #include <QIcon>
-#include <QScreen>
 
 #include <optional>
 
@@ -42,12 +41,9 @@ QIcon windowIcon()
 int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion)
 {
     keepMemorySmall();
-    DisplaySetup::prepareEnvironment();
-    std::optional<DisplaySetup::CFatalMessageGuard> fatalMessages(std::in_place);
+    std::optional<CFatalMessageGuard> fatalMessages(std::in_place, argc > 0 ? argv[0] : nullptr);
     CApplication application(argc, argv);
     fatalMessages.reset();
-    QApplication::setFont(
-        DisplaySetup::dialogFont(QApplication::font(), QGuiApplication::primaryScreen()->logicalDotsPerInch()));
 
     QApplication::setStyle(new CJXStyle); // the application owns it from here on
     Q_INIT_RESOURCE(common_images);

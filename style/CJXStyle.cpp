@@ -274,6 +274,8 @@ int CJXStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
         return 10;
     case PM_DefaultFrameWidth:
         return 1;
+    case PM_MenuHMargin: // the base's grow with the desktop's resolution, and the skin has none
+    case PM_MenuVMargin:
     case PM_MenuBarPanelWidth:
         return 0;
     default:

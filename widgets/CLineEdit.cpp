@@ -164,7 +164,9 @@ void CLineEdit::contextMenuEvent(QContextMenuEvent* event)
     }
     // The field may be destroyed, and the menu with it, while the menu is open.
     const QPointer<QMenu> menu = createStandardContextMenuForCLineEdit();
-    menu->setFont(QFont(k_fontGLT7Bold, 7));
+    QFont font(k_fontGLT7Bold);
+    font.setPixelSize(7); // a point is a pixel in the skin
+    menu->setFont(font);
     menu->exec(event->globalPos());
     delete menu;
 }

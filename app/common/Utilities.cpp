@@ -8,7 +8,7 @@
 
 namespace
 {
-/// Point size of a skin font; 0 for any other family.
+/// Height of a skin font in pixels; 0 for any other family.
 int skinFontSize(const QString& family)
 {
     if (family == k_fontGLT7Bold)
@@ -34,7 +34,7 @@ void adjustOwnFont(QWidget* widget)
     if (size == 0)
         return;
     font.setStyleHint(QFont::AnyStyle, QFont::NoAntialias);
-    font.setPointSize(size);
+    font.setPixelSize(size);
     widget->setFont(font);
 }
 } // namespace

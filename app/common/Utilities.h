@@ -7,6 +7,9 @@ namespace Utilities
 {
 /// Gives the skin's fonts their exact sizes, without antialiasing, in the widget and everything below it.
 ///
+/// The skin is laid out for 72 dots an inch, where a point is a pixel: the sizes are asked for in pixels, so that the
+/// desktop's own resolution does not reach them.
+///
 /// A widget with a skin font of its own gets that font at its fixed size; one with any other font of its own is left
 /// alone; one without a font of its own gets its parent's explicitly, if the parent has one, so that later changes of
 /// the application's font do not reach it.

@@ -58,7 +58,7 @@ void TestMainWindow::windowIsFramelessAndOfOneSize()
     QCOMPARE(window.objectName(), QStringLiteral("MainWindow"));
     QCOMPARE(window.windowTitle(), QStringLiteral("KTZ-JX Editor"));
     QCOMPARE(window.font().family(), QStringLiteral("Morlan GLT10 Bold"));
-    QCOMPARE(window.font().pointSize(), 10);
+    QCOMPARE(window.font().pixelSize(), 10);
     QCOMPARE(window.font().weight(), int(QFont::Normal));
     QCOMPARE(window.font().styleStrategy(), QFont::NoAntialias);
     QVERIFY(!window.backgroundPixmap().isNull());

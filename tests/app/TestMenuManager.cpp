@@ -96,7 +96,7 @@ void TestMenuManager::fontOfBarAndMenus()
         widgets.append(menu->menu());
     for (const QWidget* widget : widgets) {
         QCOMPARE(widget->font().family(), QStringLiteral("Morlan GLT7 Bold"));
-        QCOMPARE(widget->font().pointSize(), 7);
+        QCOMPARE(widget->font().pixelSize(), 7);
         QCOMPARE(widget->font().styleStrategy(), QFont::NoAntialias);
     }
 }

@@ -49,7 +49,7 @@ void TestUtilities::skinFontsGetTheirSizes()
     widget.setFont(QFont(family, 33));
     Utilities::adjustFont(&widget);
     QCOMPARE(widget.font().family(), family);
-    QCOMPARE(widget.font().pointSize(), size);
+    QCOMPARE(widget.font().pixelSize(), size);
     QCOMPARE(widget.font().styleStrategy(), QFont::NoAntialias);
     QCOMPARE(widget.font().styleHint(), QFont::AnyStyle);
     QCOMPARE(QFontInfo(widget.font()).family(), family);
@@ -75,7 +75,7 @@ void TestUtilities::childWithoutAFontGetsItsParentsExplicitly()
     QVERIFY(child->testAttribute(Qt::WA_SetFont));
     QApplication::setFont(QFont(QStringLiteral("Sans"), 33));
     QCOMPARE(child->font().family(), k_fontGLT8);
-    QCOMPARE(child->font().pointSize(), 8);
+    QCOMPARE(child->font().pixelSize(), 8);
     QApplication::setFont(before);
 }
 
@@ -86,7 +86,7 @@ void TestUtilities::parentIsAdjustedBeforeItsChildren()
     auto* leaf = new QWidget(middle);
     top.setFont(QFont(k_fontGLT10Bold, 40));
     Utilities::adjustFont(&top);
-    QCOMPARE(leaf->font().pointSize(), 10);
+    QCOMPARE(leaf->font().pixelSize(), 10);
     QCOMPARE(leaf->font().styleStrategy(), QFont::NoAntialias);
 }
 
@@ -105,7 +105,7 @@ void TestUtilities::childrenThatAreNoWidgetsAreSkipped()
     new QObject(&parent);
     parent.setFont(QFont(k_fontGLT7Bold));
     Utilities::adjustFont(&parent);
-    QCOMPARE(parent.font().pointSize(), 7);
+    QCOMPARE(parent.font().pixelSize(), 7);
 }
 
 void TestUtilities::windowGoesInFrontAndBack()

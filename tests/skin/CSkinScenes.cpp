@@ -104,7 +104,6 @@ QImage CSkinScenes::take(const QString& name)
 
 void CSkinScenes::prepareProcess()
 {
-    qputenv("QT_FONT_DPI", "72"); // a point is a pixel, as in the editor
     qputenv("QT_QPA_PLATFORMTHEME", "none");
     qunsetenv("QT_STYLE_OVERRIDE");
 }
@@ -113,7 +112,7 @@ QFont CSkinScenes::dialogFont()
 {
     QFont font(k_fontGLT10Bold);
     font.setStyleHint(QFont::AnyStyle, QFont::NoAntialias);
-    font.setPointSize(10);
+    font.setPixelSize(10);
     return font;
 }
 

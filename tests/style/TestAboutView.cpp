@@ -36,7 +36,6 @@ class TestAboutView : public CTestCase
     Q_OBJECT
 
   private slots:
-    static void initMain();
     void initTestCase();
     void init();
     void cleanup();
@@ -62,11 +61,6 @@ class TestAboutView : public CTestCase
     std::unique_ptr<CLockedWindow> m_window;
     QPointer<CAboutView> m_view; ///< child of the window
 };
-
-void TestAboutView::initMain()
-{
-    qputenv("QT_FONT_DPI", "72"); // a point is a pixel
-}
 
 void TestAboutView::initTestCase()
 {
@@ -109,7 +103,7 @@ void TestAboutView::closeButton()
 void TestAboutView::fontIsTheSkins()
 {
     QCOMPARE(m_view->font().family(), k_fontGLT8);
-    QCOMPARE(m_view->font().pointSize(), 8);
+    QCOMPARE(m_view->font().pixelSize(), 8);
     QVERIFY(m_view->font().styleStrategy() & QFont::NoAntialias);
 }
 

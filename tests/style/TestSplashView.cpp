@@ -66,7 +66,6 @@ class TestSplashView : public CTestCase
     Q_OBJECT
 
   private slots:
-    static void initMain();
     void initTestCase();
     void init();
     void cleanup();
@@ -103,11 +102,6 @@ class TestSplashView : public CTestCase
     std::unique_ptr<CLockedWindow> m_window;
     QPointer<CSplashView> m_view; ///< child of the window
 };
-
-void TestSplashView::initMain()
-{
-    qputenv("QT_FONT_DPI", "72"); // a point is a pixel
-}
 
 void TestSplashView::initTestCase()
 {
@@ -172,7 +166,7 @@ void TestSplashView::slideAnimation()
 void TestSplashView::fontIsTheSkins()
 {
     QCOMPARE(m_view->font().family(), k_fontGLT8);
-    QCOMPARE(m_view->font().pointSize(), 8);
+    QCOMPARE(m_view->font().pixelSize(), 8);
     QVERIFY(m_view->font().styleStrategy() & QFont::NoAntialias);
 }
 

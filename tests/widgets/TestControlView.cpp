@@ -130,7 +130,7 @@ void TestControlView::skinFontReachesEveryControl()
     for (int control = 1; control <= 5; ++control) {
         QVERIFY(sliderOf(page, control)->testAttribute(Qt::WA_SetFont));
         QCOMPARE(sliderOf(page, control)->font().family(), k_fontGLT10Bold);
-        QCOMPARE(sliderOf(page, control)->font().pointSize(), 10);
+        QCOMPARE(sliderOf(page, control)->font().pixelSize(), 10);
         QVERIFY(sliderOf(page, control)->font().styleStrategy() & QFont::NoAntialias);
     }
 }

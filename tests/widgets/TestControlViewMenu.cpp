@@ -91,7 +91,7 @@ void TestControlViewMenu::rightClickSelectsAndOffersCopyAndPaste()
         QCOMPARE(menu->parentWidget(), m_page2);
         QCOMPARE(menu->pos(), QCursor::pos());
         QCOMPARE(menu->font().family(), k_fontGLT7Bold);
-        QCOMPARE(menu->font().pointSize(), 7);
+        QCOMPARE(menu->font().pixelSize(), 7);
         const QList<QAction*> actions = menu->actions();
         QCOMPARE(actions.size(), 2);
         QCOMPARE(actions[0]->text(), QStringLiteral("&Copy"));

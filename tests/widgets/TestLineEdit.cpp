@@ -581,7 +581,7 @@ void TestLineEdit::contextMenuOpensInTheEditorsFontAndKeepsTheEdit()
     QApplication::sendEvent(&form.m_edit, &event);
     QVERIFY(seen);
     QCOMPARE(font.family(), k_fontGLT7Bold);
-    QCOMPARE(font.pointSize(), 7);
+    QCOMPARE(font.pixelSize(), 7);
     QCOMPARE(position, at);
     QVERIFY(form.m_edit.findChildren<QMenu*>().isEmpty());
     QCOMPARE(form.m_signals, QStringList({"started"}));

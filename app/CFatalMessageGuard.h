@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// While it lives, a fatal message of the toolkit goes to standard error as one line and ends the process with status 1
+/// instead of aborting it. For the time in which the application object is made, when all that can be fatal is that
+/// there is no display or that a part of the toolkit is missing.
+///
+/// Threads  the main thread, while there is no other. One at a time.
+class CFatalMessageGuard
+{
+  public:
+    /// program   as it was started, with or without folders: argv[0], or null. Its name begins the line.
+    explicit CFatalMessageGuard(const char* program);
+    ~CFatalMessageGuard();
+    CFatalMessageGuard(const CFatalMessageGuard&) = delete;
+    CFatalMessageGuard& operator=(const CFatalMessageGuard&) = delete;
+
+  private:
+    QtMessageHandler m_previous;
+};
