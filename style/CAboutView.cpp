@@ -34,6 +34,7 @@ void CAboutView::initialize(QString editorName, QString version, QString copyrig
     m_closeButton->setCombinedImage(skinPixmap(k_closeButtonImagePath));
     m_closeButton->setHasDownImage(false);
     connect(m_closeButton, SIGNAL(clicked(bool)), this, SLOT(hideView()));
+    installShortcut(QStringLiteral("Esc"), SLOT(hideView()));
 
     m_dropAnimation = new QPropertyAnimation(this, "animVariable", this);
     m_dropAnimation->setDuration(k_dropTime);

@@ -6,7 +6,8 @@
 class COnOffButton;
 class QPropertyAnimation;
 
-/// Says what the editor is: drops over the window with a bounce, and rises again when its close button is clicked.
+/// Says what the editor is: drops over the window with a bounce, and rises again when its close button is clicked
+/// or Escape is pressed.
 ///
 /// Units    logical pixels.      Threads  GUI thread only.
 /// Owns     its button and its animation, as children. Whoever creates it sets Qt::WA_DeleteOnClose.

@@ -48,6 +48,8 @@ class TestAboutView : public CTestCase
     void secondClickWhileRisingChangesNothing();
     void closedWhileStillDropping();
     void dropAloneDoesNotClose();
+    void escapeClosesTheView_data();
+    void escapeClosesTheView();
     void setAnimVariableMovesTheViewUp();
     void windowIsLockedAsLongAsTheViewLives();
     void dropsAndRisesByItself();
@@ -190,6 +192,34 @@ void TestAboutView::dropAloneDoesNotClose()
     QCOMPARE(animation()->state(), QAbstractAnimation::Stopped);
     QCOMPARE(closed.count(), 0);
     QVERIFY(m_view->isVisible());
+}
+
+void TestAboutView::escapeClosesTheView_data()
+{
+    QTest::addColumn<int>("time");
+    QTest::newRow("while it drops") << 100;
+    QTest::newRow("shown") << 1000;
+}
+
+void TestAboutView::escapeClosesTheView()
+{
+    QFETCH(int, time);
+    QSignalSpy closed(m_view, SIGNAL(closed()));
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_view->showView();
+    animation()->setCurrentTime(time);
+    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    QCOMPARE(animation()->endValue().toInt(), 580);
+    // Once more while it rises.
+    animation()->setCurrentTime(900);
+    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    QVERIFY(animation()->currentTime() >= 900);
+    QCOMPARE(closed.count(), 0);
+    animation()->setCurrentTime(1000);
+    QCOMPARE(closed.count(), 1);
+    QTRY_VERIFY(m_view.isNull());
+    QTest::keyClick(m_window.get(), Qt::Key_Escape);
 }
 
 void TestAboutView::setAnimVariableMovesTheViewUp()
