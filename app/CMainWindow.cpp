@@ -1,6 +1,7 @@
 #include "app/CMainWindow.h"
 
 #include "app/CMenuManager.h"
+#include "app/CopiedSettings.h"
 #include "app/Manual.h"
 #include "app/common/CMessageBox.h"
 #include "app/common/Constants.h"
@@ -18,7 +19,6 @@
 #include "widgets/CControlView.h"
 #include "widgets/CLineEdit.h"
 
-#include <QClipboard>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPainter>
@@ -66,8 +66,7 @@ CMainWindow::~CMainWindow()
     m_memory.reset();
     m_menuManager.reset();
     m_file.reset();
-    // Copied knob settings never outlive the run.
-    QGuiApplication::clipboard()->clear();
+    CopiedSettings::removeFromClipboard(); // they never outlive the run
 }
 
 void CMainWindow::initialize()
@@ -87,8 +86,8 @@ void CMainWindow::initialize()
     m_form->holdWindowInFrontBtn->setCombinedImage(skinPixmap(k_pinButtonImagePath));
     Utilities::adjustFont(this);
     connect(m_form->holdWindowInFrontBtn, SIGNAL(toggled(bool)), this, SLOT(callStaysOnTop(bool)));
-    // Knob settings of an earlier run cannot be pasted: the memory that held them is gone.
-    QGuiApplication::clipboard()->clear();
+    // Those of an earlier run cannot be pasted: the memory that held them is gone.
+    CopiedSettings::removeFromClipboard();
 
     m_menuManager = std::make_unique<CMenuManager>();
     m_menuManager->initialize(this);

@@ -33,7 +33,8 @@ class CMainWindow : public CFrame
   public:
     explicit CMainWindow(const ConnectionTimes& times = {}, const SplashTimes& splashTimes = {});
 
-    /// Ends the connection, with an end message while the device answers, and empties the clipboard.
+    /// Ends the connection, with an end message while the device answers, and takes copied settings off the
+    /// clipboard.
     ~CMainWindow() override;
 
     /// Builds the window and, if the device's output port is there, connects. Blocks until the device has answered.

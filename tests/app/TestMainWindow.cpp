@@ -4,9 +4,7 @@
 #include "tests/support/CTestCase.h"
 #include "widgets/COnOffButton.h"
 
-#include <QClipboard>
 #include <QMenu>
-#include <QMimeData>
 
 namespace
 {
@@ -26,7 +24,6 @@ class TestMainWindow : public CTestCase
     void buttons();
     void pages_data();
     void pages();
-    void clipboardIsEmptiedAtStart();
     void absentDevice();
     void orderOnTheWireAtStart();
     void deviceSettingsAppearOnThePages();
@@ -114,17 +111,6 @@ void TestMainWindow::pages()
     fixture.start();
     QCOMPARE(fixture.page(knob)->geometry(), geometry);
     QCOMPARE(fixture.knobLED(knob)->controllerID(), 1000 + knob);
-}
-
-void TestMainWindow::clipboardIsEmptiedAtStart()
-{
-    auto* data = new QMimeData;
-    data->setData(k_mimeType_Knob, {});
-    QGuiApplication::clipboard()->setMimeData(data);
-    EditorFixture fixture;
-    fixture.startWhole();
-    QVERIFY(!QGuiApplication::clipboard()->mimeData()->hasFormat(k_mimeType_Knob));
-    QVERIFY(!fixture.page(0)->canPaste());
 }
 
 void TestMainWindow::absentDevice()

@@ -2,10 +2,8 @@
 #include "tests/support/CMessageBoxAnswer.h"
 #include "tests/support/CTestCase.h"
 
-#include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMimeData>
 
 #include <filesystem>
 #include <fstream>
@@ -51,7 +49,6 @@ class TestShutDown : public CTestCase
     void withADragUnderWay();
     void withTheAboutViewOpen();
     void whileTheDeviceReports();
-    void clipboardIsEmptiedAtTheEnd();
 };
 
 void TestShutDown::initTestCase()
@@ -260,17 +257,6 @@ void TestShutDown::whileTheDeviceReports()
     hand.join();
     QCoreApplication::processEvents();
     QCOMPARE(fixture.sent().last(), k_end);
-}
-
-void TestShutDown::clipboardIsEmptiedAtTheEnd()
-{
-    EditorFixture fixture;
-    CMainWindow& window = fixture.startWhole();
-    window.copy();
-    QVERIFY(QGuiApplication::clipboard()->mimeData()->hasFormat(k_mimeType_Knob));
-    fixture.window.reset();
-    const QMimeData* left = QGuiApplication::clipboard()->mimeData(); // some platforms have none then
-    QVERIFY(left == nullptr || !left->hasFormat(k_mimeType_Knob));
 }
 
 QTEST_MAIN(TestShutDown)
