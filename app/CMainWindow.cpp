@@ -358,8 +358,8 @@ void CMainWindow::factoryReset()
 
 void CMainWindow::manual()
 {
-    if (!Manual::open())
-        CMessageBox::warning(this, QString(), k_errorManual, QMessageBox::Ok, QMessageBox::Ok);
+    Manual::open(this,
+                 [this] { CMessageBox::warning(this, QString(), k_errorManual, QMessageBox::Ok, QMessageBox::Ok); });
 }
 
 void CMainWindow::disconnectDevice()

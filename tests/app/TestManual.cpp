@@ -4,6 +4,8 @@
 
 #include <QTemporaryDir>
 
+#include <optional>
+
 namespace
 {
 /// A folder of manuals with one in each of these languages.
@@ -22,6 +24,9 @@ class TestManual : public CTestCase
     Q_OBJECT
 
   private slots:
+    void init();
+    void cleanup();
+
     void fileName();
     void systemLanguageComesFirst();
     void fallsBackToEnglish();
@@ -29,7 +34,37 @@ class TestManual : public CTestCase
     void missingManual();
     void foldersAreBesideTheProgramAndUnderThePrefix();
     void openingAMissingManualFails();
+    void launcherTellsWhetherItOpens_data();
+    void launcherTellsWhetherItOpens();
+    void launcherGetsThePathAlone();
+    void missingLauncherFails();
+    void launcherThatBecomesTheViewerIsLeftAlone();
+    void nobodyIsToldOnceTheWindowIsGone();
+
+  private:
+    /// Makes this shell script the desktop's launcher, in a folder that PATH begins with, and runs it on a document.
+    void launch(const QByteArray& script, std::chrono::milliseconds patience = std::chrono::minutes(1));
+
+    std::optional<QTemporaryDir> m_folder;
+    std::optional<QObject> m_window;
+    int m_failures = 0;
+    QByteArray m_path;
 };
+
+void TestManual::init()
+{
+    CTestCase::init();
+    m_folder.emplace();
+    m_window.emplace();
+    m_failures = 0;
+    m_path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(m_folder->path()) + ':' + m_path);
+}
+
+void TestManual::cleanup()
+{
+    qputenv("PATH", m_path);
+}
 
 void TestManual::fileName()
 {
@@ -83,7 +118,88 @@ void TestManual::foldersAreBesideTheProgramAndUnderThePrefix()
 
 void TestManual::openingAMissingManualFails()
 {
-    QVERIFY(!Manual::open()); // there is none beside this test
+    Manual::open(&*m_window, [this] { ++m_failures; }); // there is none beside this test
+    QCOMPARE(m_failures, 1);
+}
+
+void TestManual::launch(const QByteArray& script, std::chrono::milliseconds patience)
+{
+    QFile launcher(m_folder->filePath(QStringLiteral("xdg-open")));
+    QVERIFY(launcher.open(QIODevice::WriteOnly));
+    launcher.write("#!/bin/sh\ncd '" + QFile::encodeName(m_folder->path()) + "'\n" + script + "\n");
+    launcher.close();
+    QVERIFY(launcher.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    Manual::launch(
+        QStringLiteral("/a folder/manual.pdf"), &*m_window, [this] { ++m_failures; }, patience);
+}
+
+void TestManual::launcherTellsWhetherItOpens_data()
+{
+    QTest::addColumn<QByteArray>("end");
+    QTest::addColumn<int>("failures");
+    QTest::newRow("opened") << QByteArray("exit 0") << 0;
+    QTest::newRow("nothing shows it") << QByteArray("exit 3") << 1;
+    QTest::newRow("crashed") << QByteArray("kill -9 $$") << 1;
+}
+
+void TestManual::launcherTellsWhetherItOpens()
+{
+    QFETCH(QByteArray, end);
+    QFETCH(int, failures);
+    // It waits for the test, which would hang if the launcher were waited for.
+    launch("touch running; until [ -e go ]; do sleep 0.01; done; " + end);
+    QCOMPARE(m_failures, 0);
+    QTRY_VERIFY(QFile::exists(m_folder->filePath(QStringLiteral("running"))));
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("go")));
+    QTRY_COMPARE(m_window->children().size(), 0); // its end has been seen
+    QCOMPARE(m_failures, failures);
+}
+
+void TestManual::launcherGetsThePathAlone()
+{
+    launch("printf '%s\\n' $# \"$1\" >arguments.new; mv arguments.new arguments");
+    QFile arguments(m_folder->filePath(QStringLiteral("arguments")));
+    QTRY_VERIFY(arguments.exists());
+    QVERIFY(arguments.open(QIODevice::ReadOnly));
+    QCOMPARE(arguments.readAll(), QByteArray("1\n/a folder/manual.pdf\n"));
+}
+
+void TestManual::missingLauncherFails()
+{
+    qputenv("PATH", QFile::encodeName(m_folder->path()));
+    Manual::launch(QStringLiteral("manual.pdf"), &*m_window, [this] { ++m_failures; });
+    QCOMPARE(m_failures, 1);
+
+    // One that the system can't run.
+    QFile launcher(m_folder->filePath(QStringLiteral("xdg-open")));
+    QVERIFY(launcher.open(QIODevice::WriteOnly));
+    launcher.write("#!/nowhere/shell\n");
+    launcher.close();
+    QVERIFY(launcher.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    Manual::launch(QStringLiteral("manual.pdf"), &*m_window, [this] { ++m_failures; });
+    QTRY_COMPARE(m_failures, 2);
+}
+
+void TestManual::launcherThatBecomesTheViewerIsLeftAlone()
+{
+    launch("touch running; until [ -e go ]; do sleep 0.01; done; touch ended; exit 3", std::chrono::milliseconds(1));
+    QTRY_COMPARE(m_window->children().size(), 0);
+    QTRY_VERIFY(QFile::exists(m_folder->filePath(QStringLiteral("running"))));
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("go")));
+    QTRY_VERIFY(QFile::exists(m_folder->filePath(QStringLiteral("ended"))));
+    QTest::qWait(50);
+    QCOMPARE(m_failures, 0);
+}
+
+void TestManual::nobodyIsToldOnceTheWindowIsGone()
+{
+    launch("touch running; until [ -e go ]; do sleep 0.01; done; touch ended; exit 3");
+    QTRY_VERIFY(QFile::exists(m_folder->filePath(QStringLiteral("running"))));
+    m_window.reset();
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("go")));
+    QTRY_VERIFY(QFile::exists(m_folder->filePath(QStringLiteral("ended"))));
+    QTest::qWait(50);
+    QCOMPARE(m_failures, 0);
 }
 
 QTEST_GUILESS_MAIN(TestManual)
