@@ -2,6 +2,7 @@
 
 #include "app/common/CMessageBox.h"
 #include "app/common/Constants.h"
+#include "app/common/Utilities.h"
 #include "device/CMemAPI.h"
 
 #include <QDir>
@@ -14,6 +15,15 @@ namespace
 QString suffixOfFilter(const QString& filter)
 {
     return filter.section(u'*', 1).section(u')', 0, 0);
+}
+
+/// Shows a dialog for one file on this machine. Empty: cancelled. The toolkit's calls that do all this at once leave no
+/// way to say in front of which window the dialog belongs.
+QString chosenName(QFileDialog& dialog, const QWidget* window)
+{
+    dialog.setSupportedSchemes({QStringLiteral("file")});
+    Utilities::standInFrontOf(window, &dialog);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 } // namespace
 
@@ -30,8 +40,11 @@ bool CFile::checkSaveFile()
 
 bool CFile::openFile()
 {
-    return checkSaveFile() &&
-           openFile(QFileDialog::getOpenFileName(nullptr, k_openDialogTitle, m_currentPath, getExtension()));
+    if (!checkSaveFile())
+        return false;
+    QFileDialog dialog(nullptr, k_openDialogTitle, m_currentPath, getExtension());
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return openFile(chosenName(dialog, m_parent));
 }
 
 bool CFile::openFile(const QString& name)
@@ -69,8 +82,11 @@ QString CFile::askForSaveName() const
         name = QDir(name).filePath(k_defaultFileName);
     while (true) {
         // The dialog's own overwrite question is off: ours follows.
-        name = QFileDialog::getSaveFileName(nullptr, k_saveDialogTitle, name, getExtension(), nullptr,
-                                            QFileDialog::DontConfirmOverwrite);
+        QFileDialog dialog(nullptr, k_saveDialogTitle, name, getExtension());
+        dialog.setFileMode(QFileDialog::AnyFile);
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        name = chosenName(dialog, m_parent);
         if (name.isEmpty())
             return name;
         // Any other suffix is part of the name ("set 1.0"), and the dialog would hide such a file.

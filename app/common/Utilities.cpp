@@ -49,6 +49,14 @@ void Utilities::adjustFont(QWidget* widget)
     }
 }
 
+void Utilities::standInFrontOf(const QWidget* window, QWidget* dialog)
+{
+    if (window == nullptr || window->windowHandle() == nullptr)
+        return;
+    dialog->winId(); // makes the native window, to which the window manager looks
+    dialog->windowHandle()->setTransientParent(window->windowHandle());
+}
+
 void Utilities::windowStaysOnTop(QWidget* widget, bool onTop)
 {
     QWindow* window = widget != nullptr ? widget->windowHandle() : nullptr;

@@ -18,4 +18,10 @@ void adjustFont(QWidget* widget);
 /// Keeps the widget's native window in front of all others, or lets it go. Nothing happens for a null widget or one
 /// that has no native window yet.
 void windowStaysOnTop(QWidget* widget, bool onTop);
+
+/// Has a dialog without a parent stand in front of the window from which it is asked for, also of one that is kept in
+/// front, and stay there when that window is clicked. To be called before the dialog is shown; holds for a dialog of
+/// the desktop's own that takes its place, too.
+/// window   borrowed, and outlives the dialog. Nothing happens for null or one that has no native window yet.
+void standInFrontOf(const QWidget* window, QWidget* dialog);
 } // namespace Utilities
