@@ -52,7 +52,7 @@ void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
         const QScreen* screen = QGuiApplication::screenAt(cursor);
         if (screen == nullptr)
             screen = QGuiApplication::primaryScreen();
-        move(WindowReach::reachablePosition(cursor - m_dragOffset, width(), screen->availableGeometry()));
+        move(WindowReach::reachablePosition(cursor - m_dragOffset, size(), screen->availableGeometry()));
     }
     m_dragging = false;
     m_dragOffset = QPoint();

@@ -2,25 +2,36 @@
 
 #include <algorithm>
 
+namespace
+{
+/// The highest place that the top of a window may have on a screen.
+int highestTop(int windowHeight, const QRect& screen)
+{
+    return screen.top() - std::max(0, windowHeight - screen.height());
+}
+} // namespace
+
 bool WindowReach::isReachable(const QRect& window, const QList<QRect>& screens)
 {
     return std::ranges::any_of(screens, [&](const QRect& screen) {
-        return screen.top() <= window.top() && window.top() + k_verticalMargin < screen.bottom() &&
+        return highestTop(window.height(), screen) <= window.top() &&
+               window.top() + k_verticalMargin < screen.bottom() &&
                window.left() + k_horizontalMargin < screen.right() &&
                window.right() - k_horizontalMargin > screen.left();
     });
 }
 
-QPoint WindowReach::reachablePosition(QPoint wanted, int windowWidth, const QRect& screen)
+QPoint WindowReach::reachablePosition(QPoint wanted, const QSize& windowSize, const QRect& screen)
 {
     QPoint position = wanted;
-    if (position.y() < screen.top())
-        position.setY(screen.top());
+    const int highest = highestTop(windowSize.height(), screen);
+    if (position.y() < highest)
+        position.setY(highest);
     else if (position.y() + k_verticalMargin > screen.bottom())
         position.setY(screen.bottom() - k_verticalMargin);
 
-    if (position.x() + windowWidth - k_horizontalMargin < screen.left())
-        position.setX(screen.left() + k_horizontalMargin - windowWidth);
+    if (position.x() + windowSize.width() - k_horizontalMargin < screen.left())
+        position.setX(screen.left() + k_horizontalMargin - windowSize.width());
     else if (position.x() + k_horizontalMargin > screen.right())
         position.setX(screen.right() - k_horizontalMargin);
     return position;

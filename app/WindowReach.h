@@ -6,6 +6,9 @@
 
 /// Where the user may leave the frameless window: enough of it has to stay on some screen to take hold of it again.
 ///
+/// A window that is higher than a screen may be as far above it as it takes to show the window's lowest row; any other
+/// keeps its top on it.
+///
 /// Units    global logical pixels. Screens are their available geometries.
 namespace WindowReach
 {
@@ -16,6 +19,6 @@ inline constexpr int k_horizontalMargin = 11;
 /// Whether the window can be taken hold of on one of the screens.
 [[nodiscard]] bool isReachable(const QRect& window, const QList<QRect>& screens);
 
-/// The position nearest to the wanted one at which a window of this width is in reach on the screen.
-[[nodiscard]] QPoint reachablePosition(QPoint wanted, int windowWidth, const QRect& screen);
+/// The position nearest to the wanted one at which a window of this size is in reach on the screen.
+[[nodiscard]] QPoint reachablePosition(QPoint wanted, const QSize& windowSize, const QRect& screen);
 } // namespace WindowReach

@@ -40,6 +40,7 @@ class TestMainWindow : public CTestCase
     void windowFollowsTheDrag();
     void otherButtonsDoNotDrag();
     void windowDroppedOffTheScreenIsPulledBack();
+    void lowestRowCanBeShown();
     void slotsInOrder();
 };
 
@@ -365,6 +366,28 @@ void TestMainWindow::windowDroppedOffTheScreenIsPulledBack()
                         Qt::NoModifier);
     QApplication::sendEvent(&window, &release);
     QCOMPARE(window.pos(), QPoint(screen.right() - 11, screen.bottom() - 22));
+}
+
+/// Also run on a screen that is lower than the window.
+void TestMainWindow::lowestRowCanBeShown()
+{
+    EditorFixture fixture;
+    CMainWindow& window = fixture.startWhole();
+    const QRect screen = window.screen()->availableGeometry();
+    window.move(100, 0);
+    QTest::mousePress(&window, Qt::LeftButton, {}, QPoint(5, 400));
+    const QPointF above(105, 100);
+    QMouseEvent move(QEvent::MouseMove, QPointF(5, 400), QPointF(5, 400), above, Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&window, &move);
+    QCOMPARE(window.pos(), QPoint(100, -300));
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(5, 400), QPointF(5, 400), above, Qt::LeftButton,
+                        Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &release);
+    if (window.height() > screen.height())
+        QCOMPARE(window.geometry().bottom(), screen.bottom());
+    else
+        QCOMPARE(window.geometry().top(), screen.top());
 }
 
 void TestMainWindow::slotsInOrder()

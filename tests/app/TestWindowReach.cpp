@@ -17,6 +17,9 @@ class TestWindowReach : public CTestCase
     void reachable();
     void pulledBack_data();
     void pulledBack();
+    void lowScreen_data();
+    void lowScreen();
+    void lowScreenBesideAHighOne();
 };
 
 void TestWindowReach::reachable_data()
@@ -60,7 +63,49 @@ void TestWindowReach::pulledBack()
 {
     QFETCH(QPoint, wanted);
     QFETCH(QPoint, position);
-    QCOMPARE(WindowReach::reachablePosition(wanted, k_size.width(), k_left), position);
+    QCOMPARE(WindowReach::reachablePosition(wanted, k_size, k_left), position);
+}
+
+void TestWindowReach::lowScreen_data()
+{
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("highestTop");
+    QTest::newRow("800 x 600") << 600 << -80;
+    QTest::newRow("1280 x 720 at 125 %") << 576 << -104;
+    QTest::newRow("one row too low") << 679 << -1;
+    QTest::newRow("just high enough") << 680 << 0;
+    QTest::newRow("1024 x 768") << 768 << 0;
+    QTest::newRow("1920 x 1080") << 1080 << 0;
+}
+
+void TestWindowReach::lowScreen()
+{
+    QFETCH(int, height);
+    QFETCH(int, highestTop);
+    for (const int bar : {0, 25}) {
+        const QRect screen(0, bar, 1000, height);
+        const QPoint highest(100, bar + highestTop);
+        QVERIFY(WindowReach::isReachable(QRect(highest, k_size), {screen}));
+        QVERIFY(!WindowReach::isReachable(QRect(highest - QPoint(0, 1), k_size), {screen}));
+        QCOMPARE(WindowReach::reachablePosition(highest, k_size, screen), highest);
+        QCOMPARE(WindowReach::reachablePosition(QPoint(100, -500), k_size, screen), highest);
+        // Its lowest row shows, and no more of what is below it than that.
+        QCOMPARE(std::max(QRect(highest, k_size).bottom(), screen.bottom()), screen.bottom());
+        // Downwards nothing changes.
+        QCOMPARE(WindowReach::reachablePosition(QPoint(100, 5000), k_size, screen),
+                 QPoint(100, screen.bottom() - WindowReach::k_verticalMargin));
+    }
+}
+
+void TestWindowReach::lowScreenBesideAHighOne()
+{
+    const QRect low(0, 0, 800, 600);
+    const QRect high(800, 0, 1920, 1080);
+    QVERIFY(WindowReach::isReachable(QRect(QPoint(100, -80), k_size), {low, high}));
+    QVERIFY(WindowReach::isReachable(QRect(QPoint(100, -80), k_size), {high, low}));
+    // The part on the high screen alone is out of reach, that on the low one is not.
+    QVERIFY(!WindowReach::isReachable(QRect(QPoint(900, -80), k_size), {low, high}));
+    QVERIFY(WindowReach::isReachable(QRect(QPoint(700, -80), k_size), {low, high}));
 }
 
 QTEST_GUILESS_MAIN(TestWindowReach)
