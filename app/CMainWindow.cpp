@@ -7,6 +7,7 @@
 #include "app/common/Constants.h"
 #include "app/common/SkinPixmap.h"
 #include "app/common/Utilities.h"
+#include "app/common/WindowSystem.h"
 #include "connection/CConnectionMonitor.h"
 #include "connection/CReceptionMonitor.h"
 #include "connection/CStartConnectionManager.h"
@@ -85,6 +86,7 @@ void CMainWindow::initialize()
     m_form->minimizeWindowBtn->setCombinedImage(skinPixmap(k_minimumButtonImagePath));
     m_form->holdWindowInFrontBtn->setCombinedImage(skinPixmap(k_pinButtonImagePath));
     Utilities::adjustFont(this);
+    m_form->holdWindowInFrontBtn->setEnabled(WindowSystem::current().keepsWindowsInFront());
     connect(m_form->holdWindowInFrontBtn, SIGNAL(toggled(bool)), this, SLOT(callStaysOnTop(bool)));
     // Those of an earlier run cannot be pasted: the memory that held them is gone.
     CopiedSettings::removeFromClipboard();

@@ -105,7 +105,7 @@ class CMainWindow : public CFrame
     int m_lockCount = 0;
     bool m_dragging = false;
     bool m_initializing = false;
-    QPoint m_dragOffset; ///< cursor position minus window position at the press
+    QPoint m_dragOffset; ///< where in the window it was grabbed
     QVector<CControlView*> m_views;
     COnlineMark* m_onlineMark = nullptr;
     CConnectionMonitor* m_connectionMonitor = nullptr;

@@ -1,6 +1,8 @@
 #include "app/CMainWindow.h"
 
+#include "app/WindowDrag.h"
 #include "app/WindowReach.h"
+#include "app/common/WindowSystem.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>
@@ -18,10 +20,14 @@ QList<QRect> screenAreas()
     return areas;
 }
 
-/// Whether the window system leaves it to the program where its windows are.
-bool canPlaceWindows()
+QList<WindowDrag::Screen> screenScales()
 {
-    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    const bool apart = WindowSystem::current().scalesScreensApart();
+    QList<WindowDrag::Screen> scales;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    for (const QScreen* screen : screens)
+        scales.append({screen->geometry(), apart ? screen->devicePixelRatio() : 1.0});
+    return scales;
 }
 } // namespace
 
@@ -29,23 +35,28 @@ void CMainWindow::mousePressEvent(QMouseEvent* e)
 {
     if (e->button() != Qt::LeftButton)
         return;
-    if (!canPlaceWindows()) {
-        windowHandle()->startSystemMove();
-        return;
-    }
-    m_dragOffset = e->globalPosition().toPoint() - pos();
+    m_dragOffset = e->scenePosition().toPoint();
     m_dragging = true;
 }
 
 void CMainWindow::mouseMoveEvent(QMouseEvent* e)
 {
-    if (m_dragging && e->buttons().testFlag(Qt::LeftButton))
-        move(e->globalPosition().toPoint() - m_dragOffset);
+    if (!m_dragging || !e->buttons().testFlag(Qt::LeftButton))
+        return;
+    // At the first movement, so that a click stays a click. The window system then has the pointer until its release.
+    if (!WindowSystem::current().letsProgramsPlace() && windowHandle()->startSystemMove()) {
+        m_dragging = false;
+        return;
+    }
+    const auto position = WindowDrag::position(e->globalPosition(), m_dragOffset, size(), screenScales(),
+                                               QGuiApplication::screens().indexOf(screen()));
+    if (position)
+        move(*position);
 }
 
 void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
 {
-    if (e->button() != Qt::LeftButton)
+    if (e->button() != Qt::LeftButton || !m_dragging)
         return;
     if (!WindowReach::isReachable(geometry(), screenAreas())) {
         const QPoint cursor = e->globalPosition().toPoint();

@@ -1,20 +1,16 @@
 #include "app/common/PointerWarp.h"
 
+#include "app/common/WindowSystem.h"
+
 #include <QCursor>
-#include <QGuiApplication>
 
 #ifdef Q_OS_MACOS
 #include <ApplicationServices/ApplicationServices.h>
 #endif
 
-bool PointerWarp::isPossibleOn(const QString& platform)
-{
-    return !platform.startsWith(QLatin1String("wayland"));
-}
-
 bool PointerWarp::isPossible()
 {
-    return isPossibleOn(QGuiApplication::platformName());
+    return WindowSystem::current().letsProgramsPlace();
 }
 
 void PointerWarp::moveTo(const QPoint& position)

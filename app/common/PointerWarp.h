@@ -1,16 +1,11 @@
 #pragma once
 
 class QPoint;
-class QString;
 
 /// Placing the pointer by program. GUI thread only, while the application object lives.
 namespace PointerWarp
 {
-/// Whether a window system lets a program place the pointer.
-/// platform   Qt's name for it, as in QGuiApplication::platformName().
-[[nodiscard]] bool isPossibleOn(const QString& platform);
-
-/// Whether the present one does.
+/// Whether the present window system lets a program place the pointer.
 [[nodiscard]] bool isPossible();
 
 /// Places the pointer, in global logical pixels, and has the next movement reported at once.

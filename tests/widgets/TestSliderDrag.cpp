@@ -1,4 +1,3 @@
-#include "app/common/PointerWarp.h"
 #include "tests/support/CTestCase.h"
 #include "tests/widgets/WidgetEvents.h"
 #include "widgets/CSliderDrag.h"
@@ -26,9 +25,6 @@ class TestSliderDrag : public CTestCase
     void nothingIsLostOnAnyScreen();
     void positionInTheWindowThatCannotBeTrueIsIgnored();
     void lastHalfPixelOfADenseScreenBelongsToTheSlider();
-    void waylandAloneDoesNotLetThePointerBePlaced_data();
-    void waylandAloneDoesNotLetThePointerBePlaced();
-    void testDisplayLetsThePointerBePlaced();
     void pointerIsPlacedOnlyWhereItMay();
 };
 
@@ -220,27 +216,6 @@ void TestSliderDrag::lastHalfPixelOfADenseScreenBelongsToTheSlider()
     QVERIFY(!drag.isOverSlider(corner + QPointF(0, 15)));
     QVERIFY(!drag.isOverSlider(corner - QPointF(0.5, 0)));
     QVERIFY(!drag.isOverSlider(corner - QPointF(0, 0.5)));
-}
-
-void TestSliderDrag::waylandAloneDoesNotLetThePointerBePlaced_data()
-{
-    QTest::addColumn<QString>("platform");
-    QTest::addColumn<bool>("possible");
-    QTest::newRow("X11") << "xcb" << true;
-    QTest::newRow("macOS") << "cocoa" << true;
-    QTest::newRow("Wayland") << "wayland" << false;
-    QTest::newRow("Wayland with EGL") << "wayland-egl" << false;
-}
-
-void TestSliderDrag::waylandAloneDoesNotLetThePointerBePlaced()
-{
-    QFETCH(QString, platform);
-    QTEST(PointerWarp::isPossibleOn(platform), "possible");
-}
-
-void TestSliderDrag::testDisplayLetsThePointerBePlaced()
-{
-    QCOMPARE(PointerWarp::isPossible(), PointerWarp::isPossibleOn(QGuiApplication::platformName()));
 }
 
 void TestSliderDrag::pointerIsPlacedOnlyWhereItMay()
