@@ -86,7 +86,8 @@ void CMainWindow::initialize()
     m_form->minimizeWindowBtn->setCombinedImage(skinPixmap(k_minimumButtonImagePath));
     m_form->holdWindowInFrontBtn->setCombinedImage(skinPixmap(k_pinButtonImagePath));
     Utilities::adjustFont(this);
-    m_form->holdWindowInFrontBtn->setEnabled(WindowSystem::current().keepsWindowsInFront());
+    if (!WindowSystem::current().keepsWindowsInFront())
+        Utilities::disableVisibly(m_form->holdWindowInFrontBtn);
     connect(m_form->holdWindowInFrontBtn, SIGNAL(toggled(bool)), this, SLOT(callStaysOnTop(bool)));
     // Those of an earlier run cannot be pasted: the memory that held them is gone.
     CopiedSettings::removeFromClipboard();

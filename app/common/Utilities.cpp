@@ -3,11 +3,14 @@
 #include "app/common/Constants.h"
 #include "app/common/WindowLevel.h"
 
+#include <QGraphicsOpacityEffect>
 #include <QWidget>
 #include <QWindow>
 
 namespace
 {
+constexpr double k_disabledOpacity = 0.35;
+
 /// Height of a skin font in pixels; 0 for any other family.
 int skinFontSize(const QString& family)
 {
@@ -47,6 +50,14 @@ void Utilities::adjustFont(QWidget* widget)
         if (child->isWidgetType())
             adjustFont(static_cast<QWidget*>(child));
     }
+}
+
+void Utilities::disableVisibly(QWidget* widget)
+{
+    widget->setEnabled(false);
+    auto* faded = new QGraphicsOpacityEffect(widget);
+    faded->setOpacity(k_disabledOpacity);
+    widget->setGraphicsEffect(faded);
 }
 
 void Utilities::standInFrontOf(const QWidget* window, QWidget* dialog)

@@ -19,6 +19,9 @@ void adjustFont(QWidget* widget);
 /// that has no native window yet.
 void windowStaysOnTop(QWidget* widget, bool onTop);
 
+/// Disables a widget whose skin has no picture for that, and fades it.
+void disableVisibly(QWidget* widget);
+
 /// Has a dialog without a parent stand in front of the window from which it is asked for, also of one that is kept in
 /// front, and stay there when that window is clicked. To be called before the dialog is shown; holds for a dialog of
 /// the desktop's own that takes its place, too.

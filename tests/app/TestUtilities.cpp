@@ -24,6 +24,7 @@ class TestUtilities : public CTestCase
     void childrenThatAreNoWidgetsAreSkipped();
     void windowGoesInFrontAndBack();
     void windowWithoutANativeWindowIsLeftAlone();
+    void disabledWidgetIsSeenToBe();
 };
 
 void TestUtilities::initTestCase()
@@ -128,6 +129,20 @@ void TestUtilities::windowWithoutANativeWindowIsLeftAlone()
     QWidget widget;
     Utilities::windowStaysOnTop(&widget, true);
     QVERIFY(!widget.windowHandle());
+}
+
+void TestUtilities::disabledWidgetIsSeenToBe()
+{
+    QWidget window;
+    auto* pin = new QWidget(&window);
+    pin->resize(20, 20);
+    window.setStyleSheet(QStringLiteral("QWidget { background: white } QWidget QWidget { background: black }"));
+    window.show();
+    QCOMPARE(window.grab().toImage().pixelColor(10, 10), QColor(Qt::black));
+    Utilities::disableVisibly(pin);
+    QVERIFY(!pin->isEnabled());
+    const QColor faded = window.grab().toImage().pixelColor(10, 10);
+    QVERIFY2(faded.lightness() > 100 && faded.lightness() < 220, qPrintable(faded.name()));
 }
 
 QTEST_MAIN(TestUtilities)
