@@ -372,11 +372,6 @@ void CMainWindow::disconnectDevice()
     m_menuManager->setMenuItemEnabledByID(CMenuManager::k_resetItem, false);
 }
 
-void CMainWindow::callStaysOnTop(bool isTop)
-{
-    Utilities::windowStaysOnTop(this, isTop);
-}
-
 void CMainWindow::setCloseButtonEnabled(bool isEnable)
 {
     m_form->closeWindowBtn->setVisible(isEnable);

@@ -35,6 +35,8 @@ class TestMainWindow : public CTestCase
     void menuBarIsLockedWhileAViewIsOpen();
     void neitherSplashNorAboutWhileLocked();
     void aboutOpensAndCloses();
+    void aboutOpenedByKeysClosesByEscape();
+    void escapeLeavesTheSplashAlone();
     void closeButtonHidesAndShows();
     void minimiseButtonMinimises();
     void windowFollowsTheDrag();
@@ -298,6 +300,39 @@ void TestMainWindow::aboutOpensAndCloses()
     QTRY_VERIFY(!about);
     QVERIFY(!overlay->isVisible());
     QVERIFY(fixture.menuBar()->isEnabled());
+}
+
+void TestMainWindow::aboutOpenedByKeysClosesByEscape()
+{
+    EditorFixture fixture;
+    CMainWindow& window = fixture.startWhole();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_H, Qt::AltModifier);
+    QTRY_VERIFY(QApplication::activePopupWidget());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_A);
+    const QPointer<CAboutView> about = window.findChild<CAboutView*>();
+    QVERIFY(about);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    auto* animation = about->findChild<QPropertyAnimation*>();
+    QCOMPARE(animation->endValue().toInt(), about->height());
+    animation->setCurrentTime(animation->totalDuration());
+    QTRY_VERIFY(!about);
+    QVERIFY(fixture.menuBar()->isEnabled());
+}
+
+void TestMainWindow::escapeLeavesTheSplashAlone()
+{
+    EditorFixture fixture;
+    CMainWindow& window = fixture.start();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const auto* splash = window.findChild<CSplashView*>();
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QVERIFY(window.isInitializing());
+    QVERIFY(splash->isVisible());
+    QCOMPARE(splash->pos(), QPoint(0, 0));
 }
 
 void TestMainWindow::closeButtonHidesAndShows()

@@ -2,6 +2,7 @@
 
 #include "app/WindowDrag.h"
 #include "app/WindowReach.h"
+#include "app/common/Utilities.h"
 #include "app/common/WindowSystem.h"
 
 #include <QGuiApplication>
@@ -67,4 +68,9 @@ void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
     }
     m_dragging = false;
     m_dragOffset = QPoint();
+}
+
+void CMainWindow::callStaysOnTop(bool isTop)
+{
+    Utilities::windowStaysOnTop(this, isTop);
 }
