@@ -274,10 +274,13 @@ int CJXStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
         return 10;
     case PM_DefaultFrameWidth:
         return 1;
-    case PM_MenuHMargin: // the base's grow with the desktop's resolution, and the skin has none
-    case PM_MenuVMargin:
     case PM_MenuBarPanelWidth:
         return 0;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        // The base scales its one pixel to the resolution of the menu's font, an option's; at the skin's 72 dots an
+        // inch nothing of it is left.
+        return option != nullptr ? 0 : QProxyStyle::pixelMetric(metric, option, w);
     default:
         return QProxyStyle::pixelMetric(metric, option, w);
     }

@@ -73,6 +73,7 @@ class TestJXStyle : public CTestCase
     void pixelMetric_data();
     void pixelMetric();
     void otherPixelMetricsAreThoseOfTheWindowsStyle();
+    void menuOfTheSkinHasNoMargin();
     void showDecorationSelected_data();
     void showDecorationSelected();
 
@@ -457,6 +458,15 @@ void TestJXStyle::otherPixelMetricsAreThoseOfTheWindowsStyle()
     for (const auto metric : {QStyle::PM_MenuHMargin, QStyle::PM_MenuVMargin, QStyle::PM_MenuScrollerHeight,
                               QStyle::PM_MenuBarItemSpacing, QStyle::PM_TextCursorWidth, QStyle::PM_SmallIconSize})
         QCOMPARE(m_style->pixelMetric(metric, nullptr, &menu), windows->pixelMetric(metric, nullptr, &menu));
+}
+
+void TestJXStyle::menuOfTheSkinHasNoMargin()
+{
+    QMenu menu;
+    QStyleOption option;
+    option.initFrom(&menu);
+    QCOMPARE(m_style->pixelMetric(QStyle::PM_MenuHMargin, &option, &menu), 0);
+    QCOMPARE(m_style->pixelMetric(QStyle::PM_MenuVMargin, &option, &menu), 0);
 }
 
 void TestJXStyle::showDecorationSelected_data()
