@@ -20,6 +20,7 @@
 #include "widgets/CControlView.h"
 #include "widgets/CLineEdit.h"
 
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPainter>

@@ -210,8 +210,8 @@ bool CControlView::eventFilter(QObject* object, QEvent* event)
     auto* control = qobject_cast<QWidget*>(object);
     if (!isVisible() || event->type() != QEvent::ContextMenu || control == nullptr)
         return QWidget::eventFilter(object, event);
-    const QRect area(control->mapToGlobal(QPoint(0, 0)), control->size());
-    if (!area.contains(QCursor::pos()))
+    const auto* request = static_cast<QContextMenuEvent*>(event);
+    if (!control->rect().contains(request->pos()))
         return QWidget::eventFilter(object, event);
 
     // Through the control, so that the window hears of it as it does of a click.
@@ -219,7 +219,7 @@ bool CControlView::eventFilter(QObject* object, QEvent* event)
         editor->editorSelect();
     else
         emit m_knob->selected();
-    showContextMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
+    showContextMenu(request->globalPos());
     return true;
 }
 

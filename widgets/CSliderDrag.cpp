@@ -83,8 +83,7 @@ void CSliderDrag::placePointer(const QPoint& position)
 bool CSliderDrag::isOverSlider(const QPointF& position) const
 {
     // Downwards: on a dense screen the last half pixel still belongs to the slider.
-    const QPointF local = m_slider->mapFromGlobal(position);
-    return m_slider->rect().contains(qFloor(local.x()), qFloor(local.y()));
+    return m_slider->rect().contains(qFloor(position.x()), qFloor(position.y()));
 }
 
 QPoint CSliderDrag::pressPos() const
@@ -106,7 +105,7 @@ void CSliderDrag::warpPointer(const QPoint& position)
 void CSliderDrag::wheel(const QWheelEvent& event) const
 {
     const int delta = event.angleDelta().y();
-    if (delta == 0 || !isOverSlider(event.globalPosition()))
+    if (delta == 0 || !isOverSlider(event.position()))
         return;
     const bool add = (delta > 0) != m_slider->invertedControls();
     m_slider->triggerAction(add ? QAbstractSlider::SliderSingleStepAdd : QAbstractSlider::SliderSingleStepSub);

@@ -33,7 +33,8 @@ class CSliderDrag
     /// Nothing happens without a drag or the left button, or where the pointer was placed.
     void move(const QMouseEvent& event);
 
-    /// Whether a position lies within the slider.
+    /// Whether a position of an event of the slider's, in its own coordinates, lies within it. Asked of the event
+    /// alone: where a window is on the screen, not every window system tells.
     [[nodiscard]] bool isOverSlider(const QPointF& position) const;
 
     /// Where the pointer was at the press, and where the slider's centre was then.

@@ -170,7 +170,7 @@ bool CTextSlider::event(QEvent* event)
 
 void CTextSlider::mousePressEvent(QMouseEvent* event)
 {
-    if (!m_drag.isOverSlider(event->globalPosition()))
+    if (!m_drag.isOverSlider(event->position()))
         return;
     // The release of an earlier press can get lost, but neither its pointer nor that this press selects. Only a drag
     // goes on while another button is pressed.
@@ -252,7 +252,7 @@ void CTextSlider::paintDoubleBuffer(QPainter* painter)
 
 void CTextSlider::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (!m_drag.isOverSlider(event->globalPosition()) || !m_directEdit || event->button() != Qt::LeftButton)
+    if (!m_drag.isOverSlider(event->position()) || !m_directEdit || event->button() != Qt::LeftButton)
         return;
     m_editAborted = false;
     m_lineEdit->setGeometry(rect());

@@ -145,9 +145,8 @@ void TestControlViewMenu::menuCommandsGoThroughTheParent()
 void TestControlViewMenu::rightClickOutsideTheControlFallsThrough()
 {
     CSlideEditor* editor = editorOf(m_page2, k_ccNum);
-    QCursor::setPos(editor->mapToGlobal(QPoint(-1, 5)));
     QSignalSpy selections(m_page2, &CControlView::selected);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), editor->mapToGlobal(QPoint(5, 5)));
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(-1, 5), editor->mapToGlobal(QPoint(-1, 5)));
     QVERIFY(!m_page2->eventFilter(editor, &event));
     QCOMPARE(selections.count(), 0);
     QVERIFY(QApplication::activePopupWidget() == nullptr);
@@ -156,20 +155,18 @@ void TestControlViewMenu::rightClickOutsideTheControlFallsThrough()
 void TestControlViewMenu::hiddenPageLeavesContextMenusAlone()
 {
     CSlideEditor* editor = editorOf(m_page2, k_ccNum);
-    QCursor::setPos(editor->mapToGlobal(QPoint(5, 5)));
     m_page2->hide();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), QCursor::pos());
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), editor->mapToGlobal(QPoint(5, 5)));
     QVERIFY(!m_page2->eventFilter(editor, &event));
 }
 
 void TestControlViewMenu::otherEventsPassTheFilter()
 {
     CSlideEditor* editor = editorOf(m_page2, k_ccNum);
-    QCursor::setPos(editor->mapToGlobal(QPoint(5, 5)));
     QEvent event(QEvent::ToolTip);
     QVERIFY(!m_page2->eventFilter(editor, &event));
     QObject noWidget;
-    QContextMenuEvent menuEvent(QContextMenuEvent::Mouse, QPoint(5, 5), QCursor::pos());
+    QContextMenuEvent menuEvent(QContextMenuEvent::Mouse, QPoint(5, 5), editor->mapToGlobal(QPoint(5, 5)));
     QVERIFY(!m_page2->eventFilter(&noWidget, &menuEvent));
 }
 
