@@ -1,6 +1,7 @@
 #include "app/CApplication.h"
 
 #include "app/CMainWindow.h"
+#include "app/CRequestedFile.h"
 
 #include <QFileOpenEvent>
 
@@ -18,11 +19,15 @@ bool CApplication::event(QEvent* e)
     if (e->type() != QEvent::FileOpen || g_mainWindow == nullptr)
         return QApplication::event(e);
 
-    if (g_mainWindow->isMinimized())
-        g_mainWindow->showNormal();
-    g_mainWindow->activateWindow();
-    g_mainWindow->setApplicationFilePath(static_cast<QFileOpenEvent*>(e)->file());
-    if (!g_mainWindow->isInitializing())
-        g_mainWindow->applicationFileOpen();
+    handleRequest(static_cast<QFileOpenEvent*>(e)->file(), {});
     return true;
+}
+
+void CApplication::handleRequest(const QString& path, const ActivationToken& token)
+{
+    token.bringToFront(*g_mainWindow);
+    if (path.isEmpty())
+        return;
+    g_mainWindow->setApplicationFilePath(path);
+    CRequestedFile::open(g_mainWindow);
 }

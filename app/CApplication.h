@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/ActivationToken.h"
+
 #include <QApplication>
 
 class CMainWindow;
@@ -15,8 +17,11 @@ class CApplication : public QApplication
   public:
     CApplication(int& argc, char** argv);
 
+    /// Restores and activates the window. Opens the file, if the path is not empty, or leaves that to the end of the
+    /// start-up or of what the window asks just now. Needs the window to be shown.
+    static void handleRequest(const QString& path, const ActivationToken& token);
+
   protected:
-    /// A file-open event restores and activates the window and opens the file, or leaves that to the end of the
-    /// start-up while it lasts.
+    /// A file-open event is such a request.
     bool event(QEvent* e) override;
 };

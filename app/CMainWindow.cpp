@@ -234,6 +234,12 @@ void CMainWindow::endEditOperation()
 void CMainWindow::setApplicationFilePath(const QString& path)
 {
     m_applicationFilePath = path;
+    m_applicationFilePending = !path.isEmpty();
+}
+
+bool CMainWindow::isApplicationFilePending() const
+{
+    return m_applicationFilePending;
 }
 
 bool CMainWindow::isInitializing() const
@@ -265,8 +271,11 @@ void CMainWindow::applicationFileOpen()
     if (m_applicationFilePath.isEmpty() || !m_file)
         return;
     finishTyping();
-    // Nothing can have been edited during the start-up.
-    if (!m_initializing && !m_file->checkSaveFile())
+    // Nothing can have been edited during the start-up. A request that comes while the question is open replaces the
+    // path; one that comes later, while a failure is told, is pending anew.
+    const bool goOn = m_initializing || m_file->checkSaveFile();
+    m_applicationFilePending = false;
+    if (!goOn)
         return;
     if (m_file->openFile(m_applicationFilePath))
         updateAndSendAllKnobs();
@@ -402,7 +411,9 @@ void CMainWindow::windowUnlock()
 void CMainWindow::closeEvent(QCloseEvent* e)
 {
     finishTyping();
-    if (!m_initializing && m_file && !m_file->checkSaveFile())
+    const bool asks = !m_initializing && m_file;
+    // Who asks for a file while the question is open wants the editor after all.
+    if (asks && (!m_file->checkSaveFile() || m_applicationFilePending))
         e->ignore();
     else
         e->accept();

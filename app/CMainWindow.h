@@ -51,6 +51,9 @@ class CMainWindow : public CFrame
     /// The settings file that the next applicationFileOpen() opens.
     void setApplicationFilePath(const QString& path);
 
+    /// Whether that file waits to be opened: false once it is being opened, or the user has given it up.
+    [[nodiscard]] bool isApplicationFilePending() const;
+
     /// Whether the start-up still lasts: true until the splash has finished.
     [[nodiscard]] bool isInitializing() const;
 
@@ -115,6 +118,7 @@ class CMainWindow : public CFrame
     QPointer<CAboutView> m_about;
     int m_selectedView = 0;
     QString m_applicationFilePath;
+    bool m_applicationFilePending = false;
     ConnectionTimes m_times;
     SplashTimes m_splashTimes;
 };

@@ -3,12 +3,15 @@
 #include "app/CApplication.h"
 #include "app/CFatalMessageGuard.h"
 #include "app/CMainWindow.h"
+#include "app/CSingleEditor.h"
+#include "app/LocalFile.h"
 #include "app/common/SkinFonts.h"
 #include "app/common/SkinPixmap.h"
 #include "style/CJXStyle.h"
 
 #include <QIcon>
 
+#include <cstdio>
 #include <optional>
 
 #ifdef __GLIBC__
@@ -38,12 +41,26 @@ QIcon windowIcon()
 }
 } // namespace
 
-int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion)
+int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, Editors editors)
 {
     keepMemorySmall();
+    const ActivationToken token = ActivationToken::fromEnvironment();
     std::optional<CFatalMessageGuard> fatalMessages(std::in_place, argc > 0 ? argv[0] : nullptr);
     CApplication application(argc, argv);
     fatalMessages.reset();
+    ActivationToken::clearEnvironment();
+    const QByteArray file(argc > 1 ? argv[1] : nullptr);
+    CSingleEditor singleEditor;
+    if (editors == Editors::One) {
+        QObject::connect(
+            &singleEditor, &CSingleEditor::requested, &application,
+            [](const QByteArray& path, const auto& its) { CApplication::handleRequest(LocalFile::toName(path), its); });
+        const CSingleEditor::Start start = singleEditor.start(file, token);
+        if (start == CSingleEditor::Start::Unanswered)
+            std::fputs("ktz-jx-editor: the editor that is running does not answer; close it first\n", stderr);
+        if (start != CSingleEditor::Start::Editor)
+            return start == CSingleEditor::Start::HandedOver ? 0 : 1;
+    }
 
     QApplication::setStyle(new CJXStyle); // the application owns it from here on
     Q_INIT_RESOURCE(common_images);
@@ -58,12 +75,14 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion)
     {
         CMainWindow mainWindow;
         mainWindow.initialize();
-        if (argc > 1 && argv[1] != nullptr)
-            mainWindow.setApplicationFilePath(QString::fromLocal8Bit(argv[1]));
+        mainWindow.setApplicationFilePath(LocalFile::toName(file));
         mainWindow.setVisible(true);
+        if (!token.isEmpty())
+            token.bringToFront(mainWindow);
         g_mainWindow = &mainWindow;
         QObject::connect(&application, SIGNAL(lastWindowClosed()), &application, SLOT(quit()));
         result = QApplication::exec();
+        singleEditor.refuse();
     }
     return result != 0 ? 1 : 0;
 }

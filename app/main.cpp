@@ -2,5 +2,5 @@
 
 int main(int argc, char** argv)
 {
-    return runEditor(argc, argv);
+    return runEditor(argc, argv, {}, Editors::One);
 }

@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <cstdio>
+
 /// A settings file in which every knob has other settings than the factory preset.
 inline QString stageFile(const QTemporaryDir& folder)
 {
@@ -18,5 +20,21 @@ inline QString stageFile(const QTemporaryDir& folder)
                        .toLatin1());
     }
     file.write("</controlview>\n</parameters>\n");
+    return path;
+}
+
+/// A settings file in which the CC number of knob 3 is the given one; the name's bytes need not be text.
+inline QByteArray knobFile(const QTemporaryDir& folder, const QByteArray& name, int value)
+{
+    const QByteArray path = folder.path().toUtf8() + '/' + name;
+    FILE* file = std::fopen(path.constData(), "w");
+    if (file == nullptr)
+        return {};
+    std::fprintf(file,
+                 "<!DOCTYPE KTZJXEditor><parameters version=\"1.0\"><controlview><key3><key1103>%d</key1103>"
+                 "<key1203>1</key1203><key1303>2</key1303><key1403>3</key1403><key1503>1</key1503></key3>"
+                 "</controlview></parameters>",
+                 value);
+    std::fclose(file);
     return path;
 }
