@@ -1,4 +1,3 @@
-#include "app/CDesktopInterface.h"
 #include "app/CSingleEditor.h"
 #include "tests/app/CDeafSocket.h"
 #include "tests/app/CEditorProcess.h"
@@ -7,9 +6,6 @@
 #include "tests/support/CTestCase.h"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
@@ -18,37 +14,8 @@
 namespace
 {
 constexpr QLatin1StringView k_name("org.ktzjx.Editor");
-constexpr QLatin1StringView k_path("/org/ktzjx/Editor");
 constexpr int k_libraryPatience = 25000; // ms that the bus library waits by itself
 
-/// The test in the place of the running editor.
-class CStandIn : public QObject
-{
-  public:
-    explicit CStandIn(const QString& bus) : m_connection(QDBusConnection::connectToBus(bus, k_name))
-    {
-        connect(&m_interface, &CDesktopInterface::requested, this, [this](const QByteArray& path, const auto& token) {
-            m_path = path;
-            m_token = token;
-            ++m_requests;
-        });
-        m_owner = m_connection.registerObject(k_path, &m_interface, QDBusConnection::ExportScriptableSlots) &&
-                  m_connection.registerService(k_name);
-    }
-    ~CStandIn() override
-    {
-        QDBusConnection::disconnectFromBus(k_name);
-    }
-    CStandIn(const CStandIn&) = delete;
-    CStandIn& operator=(const CStandIn&) = delete;
-
-    QDBusConnection m_connection;
-    CDesktopInterface m_interface;
-    bool m_owner = false;
-    QByteArray m_path;
-    ActivationToken m_token;
-    int m_requests = 0;
-};
 } // namespace
 
 class TestSingleEditor : public CTestCase
@@ -61,15 +28,10 @@ class TestSingleEditor : public CTestCase
     void busThatDoesNotAnswerCostsAMoment();
     void secondStartHandsItsFileOver_data();
     void secondStartHandsItsFileOver();
-    void secondStartWithoutAFileBringsTheWindowToTheFront();
     void busOfALoginIsFoundWithoutAnAddress();
     void ofTwoStartsInTheSameInstantOneIsTheEditor();
     void startWhileTheEditorEnds();
     void stoppedEditorIsNotWaitedForForEver();
-    void desktopsTokenIsPassedOn_data();
-    void desktopsTokenIsPassedOn();
-    void callsOfADesktop();
-    void editorComesWhenTheBusStartsIt();
     void demoIsNoEditorOfTheSession();
 };
 
@@ -149,52 +111,6 @@ void TestSingleEditor::secondStartHandsItsFileOver()
     QCOMPARE(std::remove(path.constData()), 0);
 }
 
-void TestSingleEditor::secondStartWithoutAFileBringsTheWindowToTheFront()
-{
-    QProcess manager;
-    manager.start(QStringLiteral("openbox"), {});
-    const auto manages = [] {
-        QProcess look;
-        look.start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")});
-        return look.waitForFinished() && look.readAllStandardOutput().contains("window id");
-    };
-    QTRY_VERIFY(manages());
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    CEditorProcess first(bus.address());
-    QVERIFY(first.becameEditor());
-    QCOMPARE(first.ask("end splash"), QByteArray("ended"));
-    QTRY_COMPARE(first.ask("state"), QByteArray("active"));
-
-    QWidget other;
-    other.setWindowTitle(QStringLiteral("other"));
-    other.setGeometry(0, 0, 1200, 900);
-    other.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&other));
-    // The user goes on in another program, later than all that he did in the editor.
-    QProcess pointer;
-    pointer.start(QStringLiteral("xdotool"),
-                  {QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--name"),
-                   QStringLiteral("^other$"), QStringLiteral("windowactivate"), QStringLiteral("mousemove"),
-                   QStringLiteral("600"), QStringLiteral("800"), QStringLiteral("click"), QStringLiteral("1")});
-    QVERIFY(pointer.waitForFinished());
-    QTRY_VERIFY(other.isActiveWindow());
-    QTRY_COMPARE(first.ask("state"), QByteArray("behind"));
-
-    CEditorProcess second(bus.address());
-    QCOMPARE(second.silentEnd(), 0);
-    QTRY_COMPARE(first.ask("state"), QByteArray("active"));
-    QTRY_VERIFY(!other.isActiveWindow());
-
-    QCOMPARE(first.ask("minimise"), QByteArray("minimised"));
-    QTRY_COMPARE(first.ask("state"), QByteArray("minimised"));
-    CEditorProcess third(bus.address());
-    QCOMPARE(third.silentEnd(), 0);
-    QTRY_COMPARE(first.ask("state"), QByteArray("active"));
-    manager.kill();
-    manager.waitForFinished();
-}
-
 void TestSingleEditor::busOfALoginIsFoundWithoutAnAddress()
 {
     const CTestBus bus;
@@ -262,102 +178,6 @@ void TestSingleEditor::stoppedEditorIsNotWaitedForForEver()
         QCOMPARE(second.start({}, {}), CSingleEditor::Start::HandedOver);
     }
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-}
-
-void TestSingleEditor::desktopsTokenIsPassedOn_data()
-{
-    QTest::addColumn<QString>("activation");
-    QTest::addColumn<QString>("startupId");
-    QTest::newRow("none") << QString() << QString();
-    QTest::newRow("Wayland's") << QStringLiteral("abc") << QString();
-    QTest::newRow("X11's") << QString() << QStringLiteral("panel-1_TIME4711");
-    QTest::newRow("both") << QStringLiteral("abc") << QStringLiteral("panel-1_TIME4711");
-}
-
-void TestSingleEditor::desktopsTokenIsPassedOn()
-{
-    QFETCH(QString, activation);
-    QFETCH(QString, startupId);
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    QProcessEnvironment environment = CEditorProcess::environmentFor(bus.address());
-    if (!activation.isEmpty())
-        environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), activation);
-    if (!startupId.isEmpty())
-        environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"), startupId);
-    {
-        CStandIn standIn(bus.address());
-        QVERIFY(standIn.m_owner);
-        CEditorProcess second(environment, "/stage.CJX");
-        QTRY_COMPARE(standIn.m_requests, 1);
-        QCOMPARE(second.silentEnd(), 0);
-        QCOMPARE(standIn.m_path, QByteArray("/stage.CJX"));
-        QCOMPARE(standIn.m_token.activation, activation);
-        QCOMPARE(standIn.m_token.startupId, startupId);
-    }
-    // Nobody is there now; the token is still nothing for programs that the editor starts.
-    CEditorProcess editor(environment, {});
-    QVERIFY(editor.becameEditor());
-    QCOMPARE(editor.ask("tokens"), QByteArray("none"));
-}
-
-void TestSingleEditor::callsOfADesktop()
-{
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    const QTemporaryDir folder;
-    const QString uri = QStringLiteral("file://") + QString::fromUtf8(knobFile(folder, "stage.CJX", 55));
-    const QString before = QStringLiteral("file://") + QString::fromUtf8(knobFile(folder, "before.CJX", 44));
-    CEditorProcess editor(bus.address());
-    QVERIFY(editor.becameEditor());
-    QCOMPARE(editor.ask("end splash"), QByteArray("ended"));
-
-    QDBusConnection desktop = QDBusConnection::connectToBus(bus.address(), QStringLiteral("desktop"));
-    const auto call = [&](const QString& method, const QVariantList& arguments) {
-        QDBusMessage message =
-            QDBusMessage::createMethodCall(k_name, k_path, QStringLiteral("org.freedesktop.Application"), method);
-        message.setArguments(arguments);
-        return desktop.call(message).type();
-    };
-    const QVariantMap data{{QStringLiteral("activation-token"), QStringLiteral("abc")},
-                           {QStringLiteral("something-new"), 1}};
-    QCOMPARE(call(QStringLiteral("Activate"), {data}), QDBusMessage::ReplyMessage);
-    QCOMPARE(call(QStringLiteral("ActivateAction"), {QStringLiteral("new"), QVariantList(), data}),
-             QDBusMessage::ReplyMessage);
-    QCOMPARE(call(QStringLiteral("Open"), {QStringList(), data}), QDBusMessage::ReplyMessage);
-    QCOMPARE(editor.ask("value"), QByteArray("7"));
-    QCOMPARE(editor.ask("tokens"), QByteArray("none"));
-    QCOMPARE(call(QStringLiteral("Open"), {QStringList({before, uri}), data}), QDBusMessage::ReplyMessage);
-    QTRY_COMPARE(editor.ask("value"), QByteArray("55"));
-    QCOMPARE(call(QStringLiteral("Open"), {QStringList(QStringLiteral("sftp://far/away.CJX")), data}),
-             QDBusMessage::ReplyMessage);
-    QTRY_COMPARE(editor.ask("box"), QByteArray("Failed to open the data."));
-    QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
-}
-
-void TestSingleEditor::editorComesWhenTheBusStartsIt()
-{
-    const QTemporaryDir folder;
-    const QString report = folder.filePath(QStringLiteral("report"));
-    QProcessEnvironment environment = CEditorProcess::environmentFor({});
-    environment.insert(QStringLiteral("KTZ_TEST_REPORT"), report);
-    const CTestBus bus(environment);
-    QVERIFY(bus.isRunning());
-    QVERIFY(bus.addService(k_name, QCoreApplication::applicationFilePath()));
-    const QString uri = QStringLiteral("file://") + QString::fromUtf8(knobFile(folder, "stage.CJX", 55));
-
-    QDBusConnection desktop = QDBusConnection::connectToBus(bus.address(), QStringLiteral("desktop"));
-    QDBusMessage open = QDBusMessage::createMethodCall(k_name, k_path, QStringLiteral("org.freedesktop.Application"),
-                                                       QStringLiteral("Open"));
-    open << QStringList(uri) << QVariantMap();
-    const QDBusMessage answer = desktop.call(open);
-    QVERIFY2(answer.type() == QDBusMessage::ReplyMessage, qPrintable(answer.errorMessage()));
-    QFile opened(report);
-    QTRY_VERIFY(opened.exists() && opened.size() > 0);
-    QVERIFY(opened.open(QIODevice::ReadOnly));
-    QCOMPARE(opened.readAll(), QByteArray("55"));
-    QTRY_VERIFY(!bus.hasOwner(k_name));
-    QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
 }
 
 void TestSingleEditor::demoIsNoEditorOfTheSession()
