@@ -1,7 +1,10 @@
 #include "midi/alsa/CALSAPortList.h"
 
+#include "app/common/Constants.h"
 #include "midi/alsa/ALSAEndpointName.h"
 #include "midi/alsa/ALSASequencer.h"
+
+#include <cstdlib>
 
 namespace
 {
@@ -11,6 +14,18 @@ constexpr unsigned int k_destination = SND_SEQ_PORT_CAP_WRITE | SND_SEQ_PORT_CAP
 bool allows(unsigned int capabilities, unsigned int wanted)
 {
     return (capabilities & wanted) == wanted;
+}
+
+/// The long name of the sound card that a client belongs to; empty for a program's client, or when it can't be asked.
+QByteArray cardOf(const snd_seq_client_info_t* client)
+{
+    const int card = snd_seq_client_info_get_card(client);
+    char* name = nullptr;
+    if (card < 0 || snd_card_get_longname(card, &name) < 0)
+        return {};
+    const QByteArray copy(name);
+    std::free(name);
+    return copy;
 }
 } // namespace
 
@@ -52,21 +67,29 @@ void CALSAPortList::addPortsOf(snd_seq_t* sequencer, snd_seq_client_info_t* clie
     snd_seq_port_info_set_client(port, snd_seq_client_info_get_client(client));
     snd_seq_port_info_set_port(port, -1);
 
-    // A port's endpoint name depends on its siblings of both directions, and is the same in both lists.
-    QByteArrayList siblings;
-    QList<std::pair<qsizetype, snd_seq_addr_t>> listed;
+    QByteArrayList names; // of both directions
+    QList<qsizetype> listed;
+    QList<snd_seq_addr_t> addresses;
     while (snd_seq_query_next_port(sequencer, port) >= 0) {
         const unsigned int capabilities = snd_seq_port_info_get_capability(port);
         if (!allows(capabilities, k_source) && !allows(capabilities, k_destination))
             continue;
-        if (allows(capabilities, m_capabilities))
-            listed.append({siblings.size(), *snd_seq_port_info_get_addr(port)});
-        siblings.append(snd_seq_port_info_get_name(port));
+        if (allows(capabilities, m_capabilities)) {
+            listed.append(names.size());
+            addresses.append(*snd_seq_port_info_get_addr(port));
+        }
+        names.append(snd_seq_port_info_get_name(port));
     }
 
     const QByteArray name = snd_seq_client_info_get_name(client);
-    for (const auto& [index, address] : listed)
-        m_ports.append({address, QString::fromUtf8(name), alsaEndpointName(name, siblings, index)});
+    if (holdsDeviceName(name) || holdsDeviceName(cardOf(client))) {
+        const QStringList endpoints = deviceEndpointNames(name, names, listed);
+        for (qsizetype i = 0; i < listed.size(); ++i)
+            m_ports.append({addresses[i], k_jxPortName, endpoints[i]});
+    } else {
+        for (qsizetype i = 0; i < listed.size(); ++i)
+            m_ports.append({addresses[i], QString::fromUtf8(name), QString::fromUtf8(names[listed[i]])});
+    }
 }
 
 const ALSAPort* CALSAPortList::at(qsizetype index) const

@@ -52,7 +52,14 @@ class TestALSAPorts : public CTestCase
     void onlyWhatCanBeSubscribedToIsListed();
     void ownPortsAreLeftOut();
     void endpointsAreCountedOverBothDirections();
+    void lastResortIsForEachDirection();
     void hiddenPortsDoNotCount();
+    void deviceIsFoundByItsCard_data();
+    void deviceIsFoundByItsCard();
+    void cardThatCannotBeAskedIsNotTheDevice();
+    void onlyForeignCardsAreAsked();
+    void othersAreReportedAsTheyAre_data();
+    void othersAreReportedAsTheyAre();
     void twoDevicesOfOneNameTheLastWins();
     void indexKeepsItsPortUntilTheNextCount();
     void sourcesAndDestinationsAreCountedApart();
@@ -156,12 +163,107 @@ void TestALSAPorts::endpointsAreCountedOverBothDirections()
     QCOMPARE(destinationNames(), QStringList({"Trellwick KTZ-JX Port1", "Trellwick KTZ-JX Port3"}));
 }
 
+void TestALSAPorts::lastResortIsForEachDirection()
+{
+    // Three cables to the computer and two from it.
+    const int client = FakeALSA::addClient("Trellwick KTZ-JX");
+    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 1");
+    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 2");
+    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 3", FakeALSA::k_source);
+    QCOMPARE(sourceNames(),
+             QStringList({"Trellwick KTZ-JX Port1", "Trellwick KTZ-JX Port2", "Trellwick KTZ-JX Port3"}));
+    QCOMPARE(destinationNames(), QStringList({"Trellwick KTZ-JX Port1", "Trellwick KTZ-JX Port3"}));
+}
+
 void TestALSAPorts::hiddenPortsDoNotCount()
 {
     const int client = FakeALSA::addClient("Trellwick KTZ-JX");
-    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 0", 0);
-    FakeALSA::addPort(client, "Trellwick KTZ-JX MIDI 1");
-    QCOMPARE(sourceNames(), QStringList{"Trellwick KTZ-JX Port1"});
+    FakeALSA::addPort(client, "Trellwick KTZ-JX Jack", 0);
+    for (int i = 0; i < 3; ++i)
+        FakeALSA::addPort(client, "Trellwick KTZ-JX Jack");
+    QCOMPARE(sourceNames(),
+             QStringList({"Trellwick KTZ-JX Port1", "Trellwick KTZ-JX Port2", "Trellwick KTZ-JX Port3"}));
+}
+
+void TestALSAPorts::deviceIsFoundByItsCard_data()
+{
+    QTest::addColumn<QByteArray>("client");
+    QTest::addColumn<QByteArray>("card");
+    QTest::newRow("maker inside the product")
+        << QByteArray("Trellwick KTZ-JX") << QByteArray("Trellwick Trellwick KTZ-JX at usb-0000:00:14.0-1, high speed");
+    QTest::newRow("maker apart") << QByteArray("KTZ-JX")
+                                 << QByteArray("Trellwick KTZ-JX at usb-0000:00:14.0-1, high speed");
+    QTest::newRow("more behind the product")
+        << QByteArray("KTZ-JX Rev B") << QByteArray("Trellwick KTZ-JX Rev B at usb-0000:00:14.0-1, full speed");
+    QTest::newRow("no maker anywhere but in the product")
+        << QByteArray("Trellwick KTZ-JX") << QByteArray("Trellwick KTZ-JX at usb-dummy_hcd.0-1, high speed");
+    QTest::newRow("a program with the device's name") << QByteArray("Trellwick KTZ-JX") << QByteArray();
+    QTest::newRow("a program with more than the device's name") << QByteArray("My Trellwick KTZ-JX 2") << QByteArray();
+}
+
+void TestALSAPorts::deviceIsFoundByItsCard()
+{
+    QFETCH(QByteArray, client);
+    QFETCH(QByteArray, card);
+    const int id = card.isEmpty() ? FakeALSA::addClient(client) : FakeALSA::addCardClient(client, card);
+    for (const char* port : {" MIDI 1", " MIDI 2", " MIDI 3"})
+        FakeALSA::addPort(id, client + port);
+    const QStringList expected{"Trellwick KTZ-JX Port1", "Trellwick KTZ-JX Port2", "Trellwick KTZ-JX Port3"};
+    QCOMPARE(sourceNames(), expected);
+    QCOMPARE(destinationNames(), expected);
+    QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::source(0)), k_jxPortName);
+}
+
+void TestALSAPorts::cardThatCannotBeAskedIsNotTheDevice()
+{
+    const int id = FakeALSA::addCardClient("KTZ-JX", "Trellwick KTZ-JX at usb-dummy_hcd.0-1, high speed");
+    FakeALSA::addPort(id, "KTZ-JX MIDI 1");
+    FakeALSA::failNext("snd_card_get_longname", -EACCES);
+    QCOMPARE(sourceNames(), QStringList{"KTZ-JX MIDI 1"});
+    QCOMPARE(sourceNames(), QStringList{"Trellwick KTZ-JX Port3"});
+    QCOMPARE(FakeALSA::printedMessages(), 0);
+}
+
+void TestALSAPorts::onlyForeignCardsAreAsked()
+{
+    FakeALSA::addPort(FakeALSA::addCardClient("Trellwick KTZ-JX", "Trellwick KTZ-JX at usb-1"), "MIDI 1");
+    FakeALSA::addPort(FakeALSA::addClient("Program"), "Port");
+    QCOMPARE(MIDIPlatform::sourceCount(), 2);
+    QCOMPARE(FakeALSA::calls("snd_card_get_longname"), 0);
+    FakeALSA::addPort(FakeALSA::addCardClient("Synth", "Maker Synth at usb-2"), "MIDI 1");
+    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(FakeALSA::calls("snd_card_get_longname"), 1);
+}
+
+void TestALSAPorts::othersAreReportedAsTheyAre_data()
+{
+    QTest::addColumn<QByteArray>("client");
+    QTest::addColumn<QByteArray>("card");
+    QTest::newRow("another card") << QByteArray("Synth") << QByteArray("Other Maker Synth at usb-0000:00:14.0-1");
+    QTest::newRow("the maker's other device") << QByteArray("KTZ-JY") << QByteArray("Trellwick KTZ-JY at usb-1");
+    QTest::newRow("another maker's KTZ-JX") << QByteArray("KTZ-JX") << QByteArray("Other KTZ-JX at usb-1");
+    QTest::newRow("other case") << QByteArray("TRELLWICK KTZ-JX") << QByteArray("trellwick ktz-jx at usb-1");
+    QTest::newRow("a gadget's far end") << QByteArray("f_midi") << QByteArray("MIDI Gadget");
+    QTest::newRow("a program") << QByteArray("KTZ-JX Editor") << QByteArray();
+    QTest::newRow("a client without a name") << QByteArray() << QByteArray();
+}
+
+void TestALSAPorts::othersAreReportedAsTheyAre()
+{
+    QFETCH(QByteArray, client);
+    QFETCH(QByteArray, card);
+    const int id = card.isEmpty() ? FakeALSA::addClient(client) : FakeALSA::addCardClient(client, card);
+    const QByteArrayList ports{"MIDI 1", client + " Port 3", client, "Jack", "Jack", QByteArray(31, 'x')};
+    for (const QByteArray& port : ports)
+        FakeALSA::addPort(id, port);
+    QCOMPARE(MIDIPlatform::sourceCount(), ports.size());
+    for (int i = 0; i < ports.size(); ++i) {
+        QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::source(i)), QString::fromUtf8(client));
+        QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::source(i)), QString::fromUtf8(ports[i]));
+    }
+    CMIDIPortWrapper directory;
+    QCOMPARE(directory.createInputPortList(), static_cast<int>(ports.size()));
+    QCOMPARE(directory.getTotalAvailableInputPorts(), 0);
 }
 
 void TestALSAPorts::twoDevicesOfOneNameTheLastWins()

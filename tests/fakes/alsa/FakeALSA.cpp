@@ -41,6 +41,7 @@ void FakeALSA::reset()
     fake.holding = false;
     fake.fetches = 0;
     fake.clients.clear();
+    fake.cards.clear();
     fake.clients[SND_SEQ_CLIENT_SYSTEM] = {"System", {{0, {"Timer", k_both, {}}}, {1, {"Announce", k_source, {}}}}};
     fake.subscriptions.clear();
     fake.nextFailure.clear();
@@ -57,6 +58,16 @@ void FakeALSA::setAvailable(bool available)
 int FakeALSA::addClient(const QByteArray& name)
 {
     return sequencer()->addClient(name, nullptr);
+}
+
+int FakeALSA::addCardClient(const QByteArray& name, const QByteArray& card)
+{
+    FakeSequencer& fake = FakeSequencer::instance();
+    const std::scoped_lock lock(fake.lock);
+    const int id = fake.addClient(name, nullptr);
+    fake.clients[id].card = static_cast<int>(fake.cards.size());
+    fake.cards.push_back(card);
+    return id;
 }
 
 int FakeALSA::addPort(int client, const QByteArray& name, unsigned int capabilities)

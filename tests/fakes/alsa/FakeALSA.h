@@ -22,8 +22,10 @@ void reset();
 /// Takes the sequencer away, as where /dev/snd/seq is missing, or gives it back.
 void setAvailable(bool available);
 
-/// Clients and ports of others. A new client has the lowest free id from 16 on, a new port the client's lowest.
+/// Clients and ports of others. A new client has the lowest free id from 16 on, a new port the client's lowest. A
+/// client with a card belongs to a sound card with this long name, one without is a program's.
 int addClient(const QByteArray& name);
+int addCardClient(const QByteArray& name, const QByteArray& card);
 int addPort(int client, const QByteArray& name, unsigned int capabilities = k_both);
 
 /// What happens to ports whose cable is pulled: they are gone, and their subscriptions with them.

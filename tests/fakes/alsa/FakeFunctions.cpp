@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
@@ -12,6 +13,7 @@
 struct _snd_seq_client_info
 {
     int client;
+    int card;
     char name[64];
 };
 
@@ -167,6 +169,20 @@ int snd_seq_client_info_get_client(const snd_seq_client_info_t* info)
     return info->client;
 }
 
+int snd_seq_client_info_get_card(const snd_seq_client_info_t* info)
+{
+    return info->card;
+}
+
+int snd_card_get_longname(int card, char** name)
+{
+    const std::scoped_lock lock(fake().lock);
+    if (const int status = fake().enter(__func__); status < 0)
+        return status;
+    *name = strdup(fake().cards.at(static_cast<size_t>(card)).constData()); // the caller frees it
+    return 0;
+}
+
 const char* snd_seq_client_info_get_name(snd_seq_client_info_t* info)
 {
     return info->name;
@@ -181,6 +197,7 @@ int snd_seq_query_next_client(snd_seq_t* /*handle*/, snd_seq_client_info_t* info
     if (next == fake().clients.end())
         return -ENOENT;
     info->client = next->first;
+    info->card = next->second.card;
     qstrncpy(info->name, next->second.name.constData(), sizeof info->name);
     return 0;
 }

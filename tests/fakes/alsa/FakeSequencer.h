@@ -50,6 +50,7 @@ struct FakeClientState
     QByteArray name;
     std::map<int, FakePortState> ports;
     snd_seq_t* handle = nullptr; // null: another program's
+    int card = -1;               // its number, or -1 for a program's client
 };
 
 using FakeAddress = std::pair<int, int>; // client, port
@@ -81,6 +82,7 @@ struct FakeSequencer
     bool holding = false;
     int fetches = 0;
     std::map<int, FakeClientState> clients;
+    std::vector<QByteArray> cards; // long name by number
     std::vector<std::pair<FakeAddress, FakeAddress>> subscriptions;
     std::map<std::string, int> nextFailure;
     std::map<std::string, int> lastingFailure;
