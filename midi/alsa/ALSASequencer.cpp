@@ -25,7 +25,7 @@ int openSequencer(ALSASequencer* sequencer, int streams)
         return status;
     }
     sequencer->reset(opened);
-    status = snd_seq_set_client_name(opened, "MIDI Client");
+    status = snd_seq_set_client_name(opened, "KTZ-JX Editor");
     if (status < 0)
         sequencer->reset();
     return status;

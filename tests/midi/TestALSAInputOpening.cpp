@@ -28,7 +28,7 @@ void TestALSAInputOpening::ownClientAndPortHaveTheirNames()
     CTestedInput input;
     open(&input, &observer);
     const int client = FakeALSA::newestOpenClient();
-    QCOMPARE(FakeALSA::clientName(client), "MIDI Client");
+    QCOMPARE(FakeALSA::clientName(client), "KTZ-JX Editor");
     QCOMPARE(FakeALSA::portName(client, 0), "Input port");
 }
 

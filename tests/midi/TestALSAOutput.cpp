@@ -72,7 +72,7 @@ void TestALSAOutput::ownClientAndPortHaveTheirNames()
     CMIDIOutput_ALSA output;
     open(&output);
     const int client = FakeALSA::newestOpenClient();
-    QCOMPARE(FakeALSA::clientName(client), "MIDI Client");
+    QCOMPARE(FakeALSA::clientName(client), "KTZ-JX Editor");
     QCOMPARE(FakeALSA::portName(client, 0), "Output port");
 }
 
