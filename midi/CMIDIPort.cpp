@@ -6,7 +6,7 @@
 int CMIDIPort::createInputPortList()
 {
     m_inputPortList.clear();
-    const int total = getTotalInputPorts();
+    const int total = MIDIPlatform::listSources();
     for (int index = 0; index < total; ++index)
         m_inputPortList[index] = getInputPortNameFromSystemByIndex(index);
     return total;
@@ -15,7 +15,7 @@ int CMIDIPort::createInputPortList()
 int CMIDIPort::createOutputPortList()
 {
     m_outputPortList.clear();
-    const int total = getTotalOutputPorts();
+    const int total = MIDIPlatform::listDestinations();
     for (int index = 0; index < total; ++index)
         m_outputPortList[index] = getOutputPortNameFromSystemByIndex(index);
     return total;

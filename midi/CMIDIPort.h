@@ -6,7 +6,7 @@
 /// The system's MIDI ports under readable names, listed once when asked and not followed afterwards.
 ///
 /// Units    an index is a port's place among all of the system's sources or destinations, listed or not; it opens the
-///          port as long as the list has not been counted or created anew.
+///          port that it meant when the list was created, until the list is created anew.
 /// Threads  GUI thread only.
 /// Failure  a missing port has an empty name, and no index (-1).
 class CMIDIPort
@@ -21,7 +21,7 @@ class CMIDIPort
     virtual int createInputPortList();
     virtual int createOutputPortList();
 
-    /// The system's ports of now, all of them; indexes from here on are those of this count.
+    /// The number of the system's ports of now, listed or not. Counting moves no index.
     [[nodiscard]] int getTotalInputPorts() const;
     [[nodiscard]] int getTotalOutputPorts() const;
 

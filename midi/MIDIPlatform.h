@@ -19,12 +19,17 @@ namespace MIDIPlatform
 {
 /// Lists the sources (ports that the editor can read from) anew and gives their number.
 /// source() answers from this list until the next call, whatever comes or goes in the system meanwhile.
-[[nodiscard]] int sourceCount();
+[[nodiscard]] int listSources();
 
-/// Lists the destinations (ports that the editor can write to) anew and gives their number; see sourceCount().
+/// Lists the destinations (ports that the editor can write to) anew and gives their number; see listSources().
+[[nodiscard]] int listDestinations();
+
+/// The system's sources or destinations of now. Counting lists nothing: every index goes on to mean the port that it
+/// meant, though the count may be another one than the list's.
+[[nodiscard]] int sourceCount();
 [[nodiscard]] int destinationCount();
 
-/// The source or destination at an index of the last list; 0 outside it.
+/// The source or destination at an index of the last list; 0 outside it, or before the first list.
 [[nodiscard]] MIDIEndpoint source(int index);
 [[nodiscard]] MIDIEndpoint destination(int index);
 

@@ -121,6 +121,18 @@ int CSimulatedSystem::listDestinations()
     return static_cast<int>(m_destinationList.size());
 }
 
+int CSimulatedSystem::sourceCount() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return static_cast<int>(endpoints(true).size());
+}
+
+int CSimulatedSystem::destinationCount() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return static_cast<int>(endpoints(false).size());
+}
+
 MIDIEndpoint CSimulatedSystem::source(int index) const
 {
     const std::scoped_lock lock(m_mutex);

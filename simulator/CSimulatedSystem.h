@@ -65,6 +65,8 @@ class CSimulatedSystem : public CDeviceTransport
     // What MIDIPlatform.h promises; see there.
     [[nodiscard]] int listSources();
     [[nodiscard]] int listDestinations();
+    [[nodiscard]] int sourceCount() const;
+    [[nodiscard]] int destinationCount() const;
     [[nodiscard]] MIDIEndpoint source(int index) const;
     [[nodiscard]] MIDIEndpoint destination(int index) const;
     [[nodiscard]] QString endpointName(MIDIEndpoint endpoint) const;

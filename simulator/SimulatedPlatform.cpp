@@ -5,14 +5,24 @@
 
 namespace MIDIPlatform
 {
-int sourceCount()
+int listSources()
 {
     return CSimulatedSystem::instance().listSources();
 }
 
-int destinationCount()
+int listDestinations()
 {
     return CSimulatedSystem::instance().listDestinations();
+}
+
+int sourceCount()
+{
+    return CSimulatedSystem::instance().sourceCount();
+}
+
+int destinationCount()
+{
+    return CSimulatedSystem::instance().destinationCount();
 }
 
 MIDIEndpoint source(int index)

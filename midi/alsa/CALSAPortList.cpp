@@ -45,22 +45,33 @@ CALSAPortList& CALSAPortList::destinations()
 
 int CALSAPortList::refresh()
 {
-    m_ports.clear();
+    m_ports = portsOfNow();
+    return static_cast<int>(m_ports.size());
+}
+
+int CALSAPortList::count() const
+{
+    return static_cast<int>(portsOfNow().size());
+}
+
+QList<ALSAPort> CALSAPortList::portsOfNow() const
+{
+    QList<ALSAPort> ports;
     ALSASequencer sequencer;
     if (openSequencer(&sequencer, SND_SEQ_OPEN_DUPLEX) < 0)
-        return 0;
+        return ports;
 
     snd_seq_client_info_t* client = nullptr;
     snd_seq_client_info_alloca(&client);
     snd_seq_client_info_set_client(client, -1);
     while (snd_seq_query_next_client(sequencer.get(), client) >= 0) {
         if (snd_seq_client_info_get_client(client) != SND_SEQ_CLIENT_SYSTEM)
-            addPortsOf(sequencer.get(), client);
+            addPortsOf(sequencer.get(), client, &ports);
     }
-    return static_cast<int>(m_ports.size());
+    return ports;
 }
 
-void CALSAPortList::addPortsOf(snd_seq_t* sequencer, snd_seq_client_info_t* client)
+void CALSAPortList::addPortsOf(snd_seq_t* sequencer, snd_seq_client_info_t* client, QList<ALSAPort>* ports) const
 {
     snd_seq_port_info_t* port = nullptr;
     snd_seq_port_info_alloca(&port);
@@ -85,10 +96,10 @@ void CALSAPortList::addPortsOf(snd_seq_t* sequencer, snd_seq_client_info_t* clie
     if (holdsDeviceName(name) || holdsDeviceName(cardOf(client))) {
         const QStringList endpoints = deviceEndpointNames(name, names, listed);
         for (qsizetype i = 0; i < listed.size(); ++i)
-            m_ports.append({addresses[i], k_jxPortName, endpoints[i]});
+            ports->append({addresses[i], k_jxPortName, endpoints[i]});
     } else {
         for (qsizetype i = 0; i < listed.size(); ++i)
-            m_ports.append({addresses[i], QString::fromUtf8(name), QString::fromUtf8(names[listed[i]])});
+            ports->append({addresses[i], QString::fromUtf8(name), QString::fromUtf8(names[listed[i]])});
     }
 }
 

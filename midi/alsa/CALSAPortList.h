@@ -28,6 +28,9 @@ class CALSAPortList
     /// Lists the ports of now and gives their number; 0 without a sequencer.
     int refresh();
 
+    /// The number of ports of now, whatever is listed.
+    [[nodiscard]] int count() const;
+
     /// The port at an index, or null outside the list. Valid until the next refresh().
     [[nodiscard]] const ALSAPort* at(qsizetype index) const;
 
@@ -35,7 +38,8 @@ class CALSAPortList
     /// capabilities   what a port must allow to be listed.
     explicit CALSAPortList(unsigned int capabilities);
 
-    void addPortsOf(snd_seq_t* sequencer, snd_seq_client_info_t* client);
+    [[nodiscard]] QList<ALSAPort> portsOfNow() const;
+    void addPortsOf(snd_seq_t* sequencer, snd_seq_client_info_t* client, QList<ALSAPort>* ports) const;
 
     const unsigned int m_capabilities;
     QList<ALSAPort> m_ports;

@@ -22,14 +22,24 @@ const ALSAPort* portOf(MIDIEndpoint endpoint)
 }
 } // namespace
 
-int MIDIPlatform::sourceCount()
+int MIDIPlatform::listSources()
 {
     return CALSAPortList::sources().refresh();
 }
 
-int MIDIPlatform::destinationCount()
+int MIDIPlatform::listDestinations()
 {
     return CALSAPortList::destinations().refresh();
+}
+
+int MIDIPlatform::sourceCount()
+{
+    return CALSAPortList::sources().count();
+}
+
+int MIDIPlatform::destinationCount()
+{
+    return CALSAPortList::destinations().count();
 }
 
 MIDIEndpoint MIDIPlatform::source(int index)

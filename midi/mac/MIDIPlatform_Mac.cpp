@@ -42,14 +42,24 @@ QString nameOf(MIDIObjectRef object)
 }
 } // namespace
 
-int MIDIPlatform::sourceCount()
+int MIDIPlatform::listSources()
 {
     return list(&sources(), MIDIGetNumberOfSources(), MIDIGetSource);
 }
 
-int MIDIPlatform::destinationCount()
+int MIDIPlatform::listDestinations()
 {
     return list(&destinations(), MIDIGetNumberOfDestinations(), MIDIGetDestination);
+}
+
+int MIDIPlatform::sourceCount()
+{
+    return static_cast<int>(MIDIGetNumberOfSources());
+}
+
+int MIDIPlatform::destinationCount()
+{
+    return static_cast<int>(MIDIGetNumberOfDestinations());
 }
 
 MIDIEndpoint MIDIPlatform::source(int index)

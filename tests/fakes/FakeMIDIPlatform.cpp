@@ -27,6 +27,16 @@ FakePort portOf(MIDIEndpoint endpoint)
 }
 } // namespace
 
+int MIDIPlatform::listSources()
+{
+    return sourceCount();
+}
+
+int MIDIPlatform::listDestinations()
+{
+    return destinationCount();
+}
+
 int MIDIPlatform::sourceCount()
 {
     return static_cast<int>(FakeMIDIPlatform::g_sources.size());

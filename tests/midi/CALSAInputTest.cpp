@@ -8,7 +8,7 @@ void CALSAInputTest::init()
     FakeALSA::reset();
     m_device = FakeALSA::addClient("Trellwick KTZ-JX");
     m_port = FakeALSA::addPort(m_device, "Trellwick KTZ-JX MIDI 1");
-    QCOMPARE(MIDIPlatform::sourceCount(), 1);
+    QCOMPARE(MIDIPlatform::listSources(), 1);
 }
 
 QByteArray CALSAInputTest::noticeOf(int number)

@@ -26,8 +26,8 @@ void TestALSANoSequencer::countsAreZeroAndNothingIsPrinted()
     QVERIFY(printed.open());
     const int standardError = dup(STDERR_FILENO);
     QVERIFY(dup2(printed.handle(), STDERR_FILENO) >= 0);
-    const int sources = MIDIPlatform::sourceCount();
-    const int destinations = MIDIPlatform::destinationCount();
+    const int sources = MIDIPlatform::listSources();
+    const int destinations = MIDIPlatform::listDestinations();
     const auto input = MIDIPlatform::createInput();
     const auto output = MIDIPlatform::createOutput();
     const int inputStatus = input->initialize();

@@ -57,7 +57,7 @@ void TestALSAOutput::init()
     FakeALSA::reset();
     m_device = FakeALSA::addClient("Trellwick KTZ-JX");
     m_port = FakeALSA::addPort(m_device, "Trellwick KTZ-JX MIDI 1");
-    QCOMPARE(MIDIPlatform::destinationCount(), 1);
+    QCOMPARE(MIDIPlatform::listDestinations(), 1);
 }
 
 void TestALSAOutput::open(CMIDIOutput_ALSA* output)

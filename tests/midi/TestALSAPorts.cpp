@@ -23,7 +23,7 @@ int addDevice(const QByteArray& name = "Trellwick KTZ-JX")
 QStringList sourceNames()
 {
     QStringList names;
-    const int count = MIDIPlatform::sourceCount();
+    const int count = MIDIPlatform::listSources();
     for (int i = 0; i < count; ++i)
         names.append(getPortName(MIDIPlatform::source(i), i));
     return names;
@@ -32,7 +32,7 @@ QStringList sourceNames()
 QStringList destinationNames()
 {
     QStringList names;
-    const int count = MIDIPlatform::destinationCount();
+    const int count = MIDIPlatform::listDestinations();
     for (int i = 0; i < count; ++i)
         names.append(getPortName(MIDIPlatform::destination(i), i));
     return names;
@@ -61,7 +61,8 @@ class TestALSAPorts : public CTestCase
     void othersAreReportedAsTheyAre_data();
     void othersAreReportedAsTheyAre();
     void twoDevicesOfOneNameTheLastWins();
-    void indexKeepsItsPortUntilTheNextCount();
+    void indexKeepsItsPortUntilTheNextList();
+    void countingMovesNoIndex();
     void sourcesAndDestinationsAreCountedApart();
     void indexOutsideTheListHasNoEndpoint();
     void endpointOutsideTheListsHasNoNames();
@@ -95,10 +96,10 @@ void TestALSAPorts::namesOfDeviceAndEndpoint()
 {
     const int client = FakeALSA::addClient("Synth");
     FakeALSA::addPort(client, "In and out");
-    QCOMPARE(MIDIPlatform::sourceCount(), 1);
+    QCOMPARE(MIDIPlatform::listSources(), 1);
     QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::source(0)), "Synth");
     QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::source(0)), "In and out");
-    QCOMPARE(MIDIPlatform::destinationCount(), 1);
+    QCOMPARE(MIDIPlatform::listDestinations(), 1);
     QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::destination(0)), "Synth");
     QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::destination(0)), "In and out");
     QVERIFY(MIDIPlatform::source(0) != MIDIPlatform::destination(0));
@@ -106,8 +107,8 @@ void TestALSAPorts::namesOfDeviceAndEndpoint()
 
 void TestALSAPorts::systemPortsAreLeftOut()
 {
-    QCOMPARE(MIDIPlatform::sourceCount(), 0);
-    QCOMPARE(MIDIPlatform::destinationCount(), 0);
+    QCOMPARE(MIDIPlatform::listSources(), 0);
+    QCOMPARE(MIDIPlatform::listDestinations(), 0);
 }
 
 void TestALSAPorts::onlyWhatCanBeSubscribedToIsListed_data()
@@ -131,15 +132,15 @@ void TestALSAPorts::onlyWhatCanBeSubscribedToIsListed()
     QFETCH(unsigned int, capabilities);
     const int client = FakeALSA::addClient("Synth");
     FakeALSA::addPort(client, "Port", capabilities);
-    QTEST(MIDIPlatform::sourceCount(), "sources");
-    QTEST(MIDIPlatform::destinationCount(), "destinations");
+    QTEST(MIDIPlatform::listSources(), "sources");
+    QTEST(MIDIPlatform::listDestinations(), "destinations");
 }
 
 void TestALSAPorts::ownPortsAreLeftOut()
 {
     addDevice();
-    QCOMPARE(MIDIPlatform::sourceCount(), 3);
-    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    QCOMPARE(MIDIPlatform::listSources(), 3);
+    QCOMPARE(MIDIPlatform::listDestinations(), 3);
     const auto input = MIDIPlatform::createInput();
     const auto output = MIDIPlatform::createOutput();
     QCOMPARE(input->initialize(), 0);
@@ -228,10 +229,10 @@ void TestALSAPorts::onlyForeignCardsAreAsked()
 {
     FakeALSA::addPort(FakeALSA::addCardClient("Trellwick KTZ-JX", "Trellwick KTZ-JX at usb-1"), "MIDI 1");
     FakeALSA::addPort(FakeALSA::addClient("Program"), "Port");
-    QCOMPARE(MIDIPlatform::sourceCount(), 2);
+    QCOMPARE(MIDIPlatform::listSources(), 2);
     QCOMPARE(FakeALSA::calls("snd_card_get_longname"), 0);
     FakeALSA::addPort(FakeALSA::addCardClient("Synth", "Maker Synth at usb-2"), "MIDI 1");
-    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(MIDIPlatform::listSources(), 3);
     QCOMPARE(FakeALSA::calls("snd_card_get_longname"), 1);
 }
 
@@ -256,7 +257,7 @@ void TestALSAPorts::othersAreReportedAsTheyAre()
     const QByteArrayList ports{"MIDI 1", client + " Port 3", client, "Jack", "Jack", QByteArray(31, 'x')};
     for (const QByteArray& port : ports)
         FakeALSA::addPort(id, port);
-    QCOMPARE(MIDIPlatform::sourceCount(), ports.size());
+    QCOMPARE(MIDIPlatform::listSources(), ports.size());
     for (int i = 0; i < ports.size(); ++i) {
         QCOMPARE(MIDIPlatform::deviceName(MIDIPlatform::source(i)), QString::fromUtf8(client));
         QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::source(i)), QString::fromUtf8(ports[i]));
@@ -277,12 +278,12 @@ void TestALSAPorts::twoDevicesOfOneNameTheLastWins()
     QCOMPARE(directory.getOutputPortByName(k_jxEditorPortName), 5);
 }
 
-void TestALSAPorts::indexKeepsItsPortUntilTheNextCount()
+void TestALSAPorts::indexKeepsItsPortUntilTheNextList()
 {
     const int early = FakeALSA::addClient("Early");
     FakeALSA::addPort(early, "Port");
     const int device = addDevice();
-    QCOMPARE(MIDIPlatform::destinationCount(), 4);
+    QCOMPARE(MIDIPlatform::listDestinations(), 4);
     const MIDIEndpoint endpoint = MIDIPlatform::destination(3);
 
     // A client goes and another comes between the list and the opening.
@@ -299,24 +300,50 @@ void TestALSAPorts::indexKeepsItsPortUntilTheNextCount()
     output->closePort();
 }
 
+void TestALSAPorts::countingMovesNoIndex()
+{
+    const int early = FakeALSA::addClient("Early");
+    FakeALSA::addPort(early, "Port");
+    const int device = addDevice();
+    CMIDIPortWrapper directory;
+    QCOMPARE(directory.createInputPortList(), 4);
+    QCOMPARE(directory.createOutputPortList(), 4);
+
+    FakeALSA::removeClient(early);
+    QCOMPARE(directory.getTotalInputPorts(), 3);
+    QCOMPARE(directory.getTotalOutputPorts(), 3);
+    const auto input = MIDIPlatform::createInput();
+    const auto output = MIDIPlatform::createOutput();
+    QCOMPARE(input->initialize(), 0);
+    QCOMPARE(output->initialize(), 0);
+    QVERIFY(input->openPort(directory.getInputPortByName(k_jxEditorPortName)));
+    QVERIFY(output->openPort(directory.getOutputPortByName(k_jxEditorPortName)));
+    const unsigned char message[] = {0xF0, 0xF7};
+    QVERIFY(output->sendMessage(message, 2));
+    QCOMPARE(FakeALSA::received(device, 2), QByteArrayList{"\xF0\xF7"});
+    QCOMPARE(directory.getInputPortNameFromSystemByIndex(3), k_jxEditorPortName);
+    output->closePort();
+    input->closePort();
+}
+
 void TestALSAPorts::sourcesAndDestinationsAreCountedApart()
 {
     const int client = FakeALSA::addClient("Synth");
     FakeALSA::addPort(client, "In", FakeALSA::k_destination);
-    QCOMPARE(MIDIPlatform::destinationCount(), 1);
+    QCOMPARE(MIDIPlatform::listDestinations(), 1);
     FakeALSA::addPort(client, "Out", FakeALSA::k_source);
     FakeALSA::addPort(client, "Other in", FakeALSA::k_destination);
-    QCOMPARE(MIDIPlatform::sourceCount(), 1);
+    QCOMPARE(MIDIPlatform::listSources(), 1);
     QCOMPARE(MIDIPlatform::destination(1), MIDIEndpoint{0});
-    QCOMPARE(MIDIPlatform::destinationCount(), 2);
+    QCOMPARE(MIDIPlatform::listDestinations(), 2);
     QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::destination(1)), "Other in");
 }
 
 void TestALSAPorts::indexOutsideTheListHasNoEndpoint()
 {
     addDevice();
-    QCOMPARE(MIDIPlatform::sourceCount(), 3);
-    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    QCOMPARE(MIDIPlatform::listSources(), 3);
+    QCOMPARE(MIDIPlatform::listDestinations(), 3);
     for (const int index : {-1, 3, 4, 1000}) {
         QCOMPARE(MIDIPlatform::source(index), MIDIEndpoint{0});
         QCOMPARE(MIDIPlatform::destination(index), MIDIEndpoint{0});
@@ -326,8 +353,8 @@ void TestALSAPorts::indexOutsideTheListHasNoEndpoint()
 void TestALSAPorts::endpointOutsideTheListsHasNoNames()
 {
     addDevice();
-    QCOMPARE(MIDIPlatform::sourceCount(), 3);
-    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    QCOMPARE(MIDIPlatform::listSources(), 3);
+    QCOMPARE(MIDIPlatform::listDestinations(), 3);
     for (const MIDIEndpoint endpoint : {MIDIEndpoint{0}, MIDIEndpoint{4}, MIDIPlatform::destination(2) + 1}) {
         QVERIFY(MIDIPlatform::endpointName(endpoint).isNull());
         QVERIFY(MIDIPlatform::deviceName(endpoint).isNull());
@@ -337,10 +364,10 @@ void TestALSAPorts::endpointOutsideTheListsHasNoNames()
 void TestALSAPorts::withoutASequencerThereIsNothing()
 {
     addDevice();
-    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(MIDIPlatform::listSources(), 3);
     FakeALSA::setAvailable(false);
-    QCOMPARE(MIDIPlatform::sourceCount(), 0);
-    QCOMPARE(MIDIPlatform::destinationCount(), 0);
+    QCOMPARE(MIDIPlatform::listSources(), 0);
+    QCOMPARE(MIDIPlatform::listDestinations(), 0);
     QCOMPARE(MIDIPlatform::source(0), MIDIEndpoint{0});
     const auto input = MIDIPlatform::createInput();
     const auto output = MIDIPlatform::createOutput();
@@ -369,16 +396,16 @@ void TestALSAPorts::failureWhileListingEndsTheList()
     addDevice("Other");
     addDevice();
     FakeALSA::failNext(function.constData(), -EBADFD);
-    QTEST(MIDIPlatform::sourceCount(), "sources");
-    QCOMPARE(MIDIPlatform::sourceCount(), 6);
+    QTEST(MIDIPlatform::listSources(), "sources");
+    QCOMPARE(MIDIPlatform::listSources(), 6);
     QCOMPARE(FakeALSA::newestOpenClient(), -1);
 }
 
 void TestALSAPorts::listingLeavesNoClientBehind()
 {
     addDevice();
-    QCOMPARE(MIDIPlatform::sourceCount(), 3);
-    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    QCOMPARE(MIDIPlatform::listSources(), 3);
+    QCOMPARE(MIDIPlatform::listDestinations(), 3);
     QCOMPARE(FakeALSA::newestOpenClient(), -1);
 }
 

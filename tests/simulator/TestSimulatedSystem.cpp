@@ -116,6 +116,7 @@ class TestSimulatedSystem : public CTestCase
     void editorPortIsFoundByNameAmongOthers();
     void ofTwoDevicesTheLastIsFound();
     void listStaysUntilItIsMadeAgain();
+    void countingMovesNoIndex();
     void vanishedEndpointHasNoName();
     void namesThatAreMissingAreNull();
     void endpointIsNeverUsedTwice();
@@ -164,8 +165,8 @@ void TestSimulatedSystem::cleanup()
 
 void TestSimulatedSystem::emptySystemHasNoPorts()
 {
-    QCOMPARE(MIDIPlatform::sourceCount(), 0);
-    QCOMPARE(MIDIPlatform::destinationCount(), 0);
+    QCOMPARE(MIDIPlatform::listSources(), 0);
+    QCOMPARE(MIDIPlatform::listDestinations(), 0);
     QCOMPARE(MIDIPlatform::source(0), 0u);
     QCOMPARE(MIDIPlatform::destination(0), 0u);
 }
@@ -174,8 +175,8 @@ void TestSimulatedSystem::pluggedDeviceHasThreePortPairs()
 {
     CSimulatedDevice device;
     simulatedSystem().plug(device);
-    QCOMPARE(MIDIPlatform::sourceCount(), 3);
-    QCOMPARE(MIDIPlatform::destinationCount(), 3);
+    QCOMPARE(MIDIPlatform::listSources(), 3);
+    QCOMPARE(MIDIPlatform::listDestinations(), 3);
     for (int index = 0; index < 3; ++index) {
         const QString name = QStringLiteral("Port%1").arg(index + 1);
         QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::source(index)), name);
@@ -216,14 +217,30 @@ void TestSimulatedSystem::listStaysUntilItIsMadeAgain()
 {
     const MIDIEndpoint first = simulatedSystem().addSource("A", "1");
     const MIDIEndpoint second = simulatedSystem().addSource("A", "2");
-    QCOMPARE(MIDIPlatform::sourceCount(), 2);
+    QCOMPARE(MIDIPlatform::listSources(), 2);
     simulatedSystem().removePort(first);
     simulatedSystem().addSource("A", "3");
     QCOMPARE(MIDIPlatform::source(0), first);
     QCOMPARE(MIDIPlatform::source(1), second);
     QCOMPARE(MIDIPlatform::source(2), 0u);
-    QCOMPARE(MIDIPlatform::sourceCount(), 2);
+    QCOMPARE(MIDIPlatform::listSources(), 2);
     QCOMPARE(MIDIPlatform::source(0), second);
+}
+
+void TestSimulatedSystem::countingMovesNoIndex()
+{
+    const MIDIEndpoint early = simulatedSystem().addSource("A", "1");
+    simulatedSystem().addDestination("A", "1");
+    CSimulatedDevice device;
+    simulatedSystem().plug(device);
+    EditorPorts ports;
+    simulatedSystem().removePort(early);
+    simulatedSystem().addDestination("A", "2");
+    QCOMPARE(ports.directory.getTotalInputPorts(), 3);
+    QCOMPARE(ports.directory.getTotalOutputPorts(), 5);
+    QVERIFY(ports.open());
+    QVERIFY(ports.send(start()));
+    QTRY_COMPARE(ports.records.all(), QList{start()});
 }
 
 void TestSimulatedSystem::vanishedEndpointHasNoName()
@@ -271,7 +288,7 @@ void TestSimulatedSystem::portsOpenAndClose()
 void TestSimulatedSystem::inputThatWasNotInitialisedDoesNotOpen()
 {
     simulatedSystem().addSource("A", "1");
-    QCOMPARE(MIDIPlatform::sourceCount(), 1);
+    QCOMPARE(MIDIPlatform::listSources(), 1);
     const std::unique_ptr<CMIDIInput> input = MIDIPlatform::createInput();
     QVERIFY(!input->openPort(0));
     input->closePort();
@@ -470,8 +487,8 @@ void TestSimulatedSystem::unpluggedDeviceRefusesSends()
     device.unplug();
     QVERIFY(!ports.send(keep()));
     QVERIFY(device.received().isEmpty());
-    QCOMPARE(MIDIPlatform::sourceCount(), 1);
-    QCOMPARE(MIDIPlatform::destinationCount(), 0);
+    QCOMPARE(MIDIPlatform::listSources(), 1);
+    QCOMPARE(MIDIPlatform::listDestinations(), 0);
     QVERIFY(ports.output->isMIDIConnect());
 }
 
@@ -482,7 +499,7 @@ void TestSimulatedSystem::deviceThatIsPluggedAgainHasNewPorts()
     EditorPorts old;
     QVERIFY(old.open());
     simulatedSystem().plug(device);
-    QCOMPARE(MIDIPlatform::sourceCount(), 3);
+    QCOMPARE(MIDIPlatform::listSources(), 3);
     QVERIFY(!old.send(keep()));
     EditorPorts ports;
     QVERIFY(ports.open());
@@ -584,7 +601,7 @@ void TestSimulatedSystem::resetLeavesAnEmptySystem()
     simulatedSystem().reset();
     QVERIFY(!device.isPlugged());
     QVERIFY(simulatedSystem().packets().isEmpty());
-    QCOMPARE(MIDIPlatform::sourceCount(), 0);
+    QCOMPARE(MIDIPlatform::listSources(), 0);
     QVERIFY(!ports.send(keep()));
     simulatedSystem().plug(device);
     EditorPorts again;
