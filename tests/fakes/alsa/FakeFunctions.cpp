@@ -316,8 +316,8 @@ int snd_seq_event_output_direct(snd_seq_t* handle, snd_seq_event_t* event)
     if (event->dest.client != SND_SEQ_ADDRESS_SUBSCRIBERS || event->queue != SND_SEQ_QUEUE_DIRECT)
         return -ENOTSUP; // all that the fake knows
     event->source.client = narrow(handle->id);
-    fake().deliver(*event);
-    return static_cast<int>(sizeof *event); // also when nobody has subscribed
+    const int status = fake().deliver(*event);
+    return status < 0 ? status : static_cast<int>(sizeof *event); // success also when nobody has subscribed
 }
 
 int snd_seq_event_input(snd_seq_t* handle, snd_seq_event_t** event)

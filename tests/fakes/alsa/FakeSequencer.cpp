@@ -106,7 +106,7 @@ int FakeSequencer::subscribe(FakeAddress sender, FakeAddress destination, int su
     return 0;
 }
 
-void FakeSequencer::deliver(const snd_seq_event_t& event)
+int FakeSequencer::deliver(const snd_seq_event_t& event)
 {
     FakeEvent copy{event, {}};
     if (snd_seq_ev_is_variable(&event)) {
@@ -114,28 +114,34 @@ void FakeSequencer::deliver(const snd_seq_event_t& event)
         copy.bytes.assign(bytes, bytes + event.data.ext.len);
     }
     const FakeAddress source(event.source.client, event.source.port);
+    int status = 0;
     for (const auto& [sender, destination] : subscriptions) {
         FakePortState* to = port(destination);
         if (sender != source || !allows(to->capabilities, SND_SEQ_PORT_CAP_WRITE))
             continue;
-        to->received.append(
-            QByteArray(reinterpret_cast<const char*>(copy.bytes.data()), static_cast<qsizetype>(copy.bytes.size())));
         copy.event.dest = {static_cast<unsigned char>(destination.first),
                            static_cast<unsigned char>(destination.second)};
-        if (snd_seq_t* handle = clients[destination.first].handle)
-            enqueue(handle, copy);
+        snd_seq_t* handle = clients[destination.first].handle;
+        if (const int taken = handle != nullptr ? enqueue(handle, copy) : 0; taken < 0) {
+            status = taken;
+            continue;
+        }
+        to->received.append(
+            QByteArray(reinterpret_cast<const char*>(copy.bytes.data()), static_cast<qsizetype>(copy.bytes.size())));
     }
+    return status;
 }
 
-void FakeSequencer::enqueue(snd_seq_t* handle, const FakeEvent& event) const
+int FakeSequencer::enqueue(snd_seq_t* handle, const FakeEvent& event) const
 {
     if (cellsOf(handle->queue) + event.cells() > handle->queueCells) {
         handle->overrun = true;
-        return;
+        return -EAGAIN;
     }
     handle->queue.push_back(event);
     if (handle->queue.size() == 1 && !holding)
         handle->markReadable();
+    return 0;
 }
 
 int FakeSequencer::enter(const char* function)

@@ -68,11 +68,12 @@ struct FakeSequencer
     /// 0, or the status with which the sequencer refuses.
     [[nodiscard]] int subscribe(FakeAddress sender, FakeAddress destination, int subscriber);
 
-    /// Delivers to every subscriber of the event's source.
-    void deliver(const snd_seq_event_t& event);
+    /// Delivers to every subscriber of the event's source. The result is 0, or -EAGAIN when one of them had no room.
+    int deliver(const snd_seq_event_t& event);
 
-    /// Puts an event into a client's queue; where it has no room, all that the queue holds is going to be lost.
-    void enqueue(snd_seq_t* handle, const FakeEvent& event) const;
+    /// Puts an event into a client's queue; where it has no room, all that the queue holds is going to be lost, and the
+    /// result is -EAGAIN.
+    [[nodiscard]] int enqueue(snd_seq_t* handle, const FakeEvent& event) const;
 
     /// Counts the call. The result is the negative status that it has to give, or 0.
     [[nodiscard]] int enter(const char* function);
