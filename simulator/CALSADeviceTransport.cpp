@@ -5,6 +5,7 @@
 #include "simulator/CSimulatedDevice.h"
 
 #include <algorithm>
+#include <array>
 
 namespace
 {
@@ -23,6 +24,8 @@ void CALSADeviceTransport::Closer::operator()(snd_midi_event_t* coder) const
 {
     snd_midi_event_free(coder);
 }
+
+CALSADeviceTransport::CALSADeviceTransport(int cables) : m_ports(static_cast<size_t>(cables)) {}
 
 CALSADeviceTransport::~CALSADeviceTransport()
 {

@@ -4,14 +4,16 @@
 
 #include <alsa/asoundlib.h>
 
-#include <array>
 #include <memory>
+#include <vector>
 
-/// The device as a client of the ALSA sequencer, "Trellwick KTZ-JX" with ports "Port1" to "Port3". The third speaks;
+/// The device as a client of the ALSA sequencer, "Trellwick KTZ-JX" with ports from "Port1" on. The last one speaks;
 /// what comes to the others is read and dropped.
 class CALSADeviceTransport : public CPolledTransport
 {
   public:
+    /// cables   number of ports, at least 1.
+    explicit CALSADeviceTransport(int cables);
     ~CALSADeviceTransport() override;
 
     [[nodiscard]] QString open(CSimulatedDevice& device) override;
@@ -37,5 +39,5 @@ class CALSADeviceTransport : public CPolledTransport
     CSimulatedDevice* m_device = nullptr;
     std::unique_ptr<snd_seq_t, Closer> m_sequencer;
     std::unique_ptr<snd_midi_event_t, Closer> m_coder;
-    std::array<int, 3> m_ports = {};
+    std::vector<int> m_ports;
 };

@@ -20,6 +20,11 @@ CDeviceArguments::Result CDeviceArguments::parse(const QList<QByteArray>& argume
             result.arguments.help = true;
         } else if (*argument == "--alsa") {
             alsa = true;
+        } else if (*argument == "--cables") {
+            const QByteArray number = ++argument == arguments.end() ? QByteArray() : *argument;
+            if (number.size() != 1 || number[0] < '1' || number[0] > '3')
+                return refusal(QStringLiteral("--cables needs a number from 1 to 3"));
+            result.arguments.cables = number[0] - '0';
         } else if (*argument == "--keep-running") {
             result.arguments.keepRunning = true;
         } else if (*argument == "--raw") {
@@ -38,10 +43,11 @@ CDeviceArguments::Result CDeviceArguments::parse(const QList<QByteArray>& argume
 
 QString CDeviceArguments::help()
 {
-    return QStringLiteral("ktz-jx-device [--alsa | --raw hw:CARD,DEVICE,SUBDEVICE] [--keep-running]\n"
+    return QStringLiteral("ktz-jx-device [--alsa [--cables N] | --raw hw:CARD,DEVICE,SUBDEVICE] [--keep-running]\n"
                           "A KTZ-JX as software, for the editor to find.\n"
                           "\n"
                           "  --alsa           as a client of the ALSA sequencer (what it does without arguments)\n"
+                          "  --cables N       with N ports there, 1 to 3, of which the last is the editor's (3)\n"
                           "  --raw DEVICE     at a raw MIDI device, such as the far end of a USB gadget\n"
                           "  --keep-running   goes on when standard input has ended\n"
                           "  --help           shows this text\n"

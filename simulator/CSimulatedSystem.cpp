@@ -13,19 +13,26 @@ CSimulatedSystem& CSimulatedSystem::instance()
     return system;
 }
 
-void CSimulatedSystem::plug(CSimulatedDevice& device, const QString& deviceName)
+QStringList CSimulatedSystem::threeCables()
 {
-    constexpr int k_portPairs = 3;
-    constexpr int k_editorPort = 3;
+    return {QStringLiteral("Port1"), QStringLiteral("Port2"), QStringLiteral("Port3")};
+}
 
+QStringList CSimulatedSystem::twoCables()
+{
+    return {k_jxPortName, QStringLiteral("Port3")};
+}
+
+void CSimulatedSystem::plug(CSimulatedDevice& device, const QString& deviceName, const QStringList& endpointNames)
+{
     const std::scoped_lock lock(m_mutex);
     device.plug(*this);
-    for (int number = 1; number <= k_portPairs; ++number) {
+    for (qsizetype i = 0; i < endpointNames.size(); ++i) {
         Port port;
         port.deviceName = deviceName;
-        port.endpointName = QStringLiteral("Port%1").arg(number);
+        port.endpointName = endpointNames[i];
         port.owner = &device;
-        port.isEditorPort = number == k_editorPort;
+        port.isEditorPort = i == endpointNames.size() - 1;
         port.isSource = true;
         addPort(port);
         port.isSource = false;

@@ -8,6 +8,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <deque>
 #include <map>
@@ -33,9 +34,15 @@ class CSimulatedSystem : public CDeviceTransport
   public:
     static CSimulatedSystem& instance();
 
-    /// Gives the device three port pairs, "Port1" to "Port3", of which the third is the editor's. What is sent to the
+    /// Gives the device a port pair for each endpoint name, of which the last is the editor's. What is sent to the
     /// others is recorded and goes nowhere.
-    void plug(CSimulatedDevice& device, const QString& deviceName = k_jxPortName);
+    void plug(CSimulatedDevice& device, const QString& deviceName = k_jxPortName,
+              const QStringList& endpointNames = threeCables());
+
+    /// Endpoint names of devices with three cables, "Port1" to "Port3", and with two, of which the first is called as
+    /// the device.
+    [[nodiscard]] static QStringList threeCables();
+    [[nodiscard]] static QStringList twoCables();
 
     /// A port without a device behind it. A null name is a name that the port or its device lacks.
     MIDIEndpoint addSource(const QString& deviceName, const QString& endpointName);

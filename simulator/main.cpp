@@ -16,7 +16,7 @@ std::unique_ptr<CPolledTransport> createTransport(const DeviceArguments& argumen
 {
     if (arguments.port == DeviceArguments::Port::Raw)
         return std::make_unique<CRawMIDITransport>(arguments.rawName);
-    return std::make_unique<CALSADeviceTransport>();
+    return std::make_unique<CALSADeviceTransport>(arguments.cables);
 }
 
 int fail(int status, const QString& error)

@@ -61,7 +61,7 @@ struct OpenDevice
     OpenDevice() : error(transport.open(device)), client(FakeALSA::newestOpenClient()) {}
 
     CSimulatedDevice device;
-    CALSADeviceTransport transport;
+    CALSADeviceTransport transport{3};
     QString error;
     int client;
 };
@@ -95,6 +95,8 @@ class TestALSADeviceTransport : public CTestCase
   private slots:
     void init();
     void isAClientWithThreePorts();
+    void editorFindsThePortThatSpeaks_data();
+    void editorFindsThePortThatSpeaks();
     void everyFailureToOpenGivesOneLine_data();
     void everyFailureToOpenGivesOneLine();
     void editorFindsItAndIsAnswered();
@@ -117,7 +119,7 @@ void TestALSADeviceTransport::init()
 void TestALSADeviceTransport::isAClientWithThreePorts()
 {
     CSimulatedDevice device;
-    CALSADeviceTransport transport;
+    CALSADeviceTransport transport{3};
     QVERIFY(transport.descriptors().empty());
     QCOMPARE(transport.open(device), QString());
     const int client = FakeALSA::newestOpenClient();
@@ -130,6 +132,33 @@ void TestALSADeviceTransport::isAClientWithThreePorts()
     QCOMPARE(FakeALSA::queueCells(client), 2000);
     QCOMPARE(transport.descriptors().size(), 1u);
     QVERIFY(device.isPlugged());
+}
+
+void TestALSADeviceTransport::editorFindsThePortThatSpeaks_data()
+{
+    QTest::addColumn<int>("cables");
+    QTest::newRow("one") << 1;
+    QTest::newRow("two") << 2;
+    QTest::newRow("three") << 3;
+}
+
+void TestALSADeviceTransport::editorFindsThePortThatSpeaks()
+{
+    QFETCH(int, cables);
+    CSimulatedDevice device;
+    CALSADeviceTransport transport(cables);
+    QCOMPARE(transport.open(device), QString());
+    CMIDIPortWrapper directory;
+    QCOMPARE(directory.createOutputPortList(), cables);
+    const std::unique_ptr<CMIDIOutput> output = MIDIPlatform::createOutput();
+    QCOMPARE(output->initialize(), 0);
+    QVERIFY(output->openPort(directory.getOutputPortByName(k_jxEditorPortName)));
+    const QByteArray message = start();
+    QVERIFY(output->sendMessage(reinterpret_cast<const unsigned char*>(message.constData()),
+                                static_cast<int>(message.size())));
+    QVERIFY(transport.process());
+    QCOMPARE(device.received(), QList{start()});
+    output->closePort();
 }
 
 void TestALSADeviceTransport::everyFailureToOpenGivesOneLine_data()
@@ -150,7 +179,7 @@ void TestALSADeviceTransport::everyFailureToOpenGivesOneLine()
     QFETCH(QByteArray, function);
     QFETCH(QString, error);
     CSimulatedDevice device;
-    CALSADeviceTransport transport;
+    CALSADeviceTransport transport{3};
     FakeALSA::failNext(function.constData(), -ENODEV);
     QCOMPARE(transport.open(device), error);
     QVERIFY(!device.isPlugged());
@@ -163,7 +192,7 @@ void TestALSADeviceTransport::everyFailureToOpenGivesOneLine()
 void TestALSADeviceTransport::editorFindsItAndIsAnswered()
 {
     CSimulatedDevice device;
-    CALSADeviceTransport transport;
+    CALSADeviceTransport transport{3};
     QCOMPARE(transport.open(device), QString());
 
     CMIDIPortWrapper directory;
@@ -286,7 +315,7 @@ void TestALSADeviceTransport::destructorUnplugsTheDevice()
 {
     CSimulatedDevice device;
     {
-        CALSADeviceTransport transport;
+        CALSADeviceTransport transport{3};
         QCOMPARE(transport.open(device), QString());
     }
     QVERIFY(!device.isPlugged());

@@ -20,6 +20,7 @@ class TestDeviceConsole : public CTestCase
     void messageIsOneLine();
     void argumentsAreUnderstood_data();
     void argumentsAreUnderstood();
+    void cablesAreThreeOrAsManyAsAsked();
     void wrongArgumentsAreRefusedInOneLine_data();
     void wrongArgumentsAreRefusedInOneLine();
     void helpNamesArgumentsAndCommands();
@@ -96,6 +97,13 @@ void TestDeviceConsole::argumentsAreUnderstood()
     QCOMPARE(result.arguments.help, help);
 }
 
+void TestDeviceConsole::cablesAreThreeOrAsManyAsAsked()
+{
+    QCOMPARE(CDeviceArguments::parse({}).arguments.cables, 3);
+    for (const char* number : {"1", "2", "3"})
+        QCOMPARE(CDeviceArguments::parse({"--alsa", "--cables", number}).arguments.cables, QByteArray(number).toInt());
+}
+
 void TestDeviceConsole::wrongArgumentsAreRefusedInOneLine_data()
 {
     QTest::addColumn<QList<QByteArray>>("arguments");
@@ -106,6 +114,10 @@ void TestDeviceConsole::wrongArgumentsAreRefusedInOneLine_data()
     QTest::newRow("empty") << QList<QByteArray>{""} << "unknown argument \"\"; --help lists them";
     QTest::newRow("--raw alone") << QList<QByteArray>{"--raw"} << raw;
     QTest::newRow("--raw with another argument") << QList<QByteArray>{"--raw", "--keep-running"} << raw;
+    const QString cables = QStringLiteral("--cables needs a number from 1 to 3");
+    for (const char* number : {"", "0", "4", "33", "two", "-1", "--alsa"})
+        QTest::addRow("--cables '%s'", number) << QList<QByteArray>{"--cables", number} << cables;
+    QTest::newRow("--cables alone") << QList<QByteArray>{"--cables"} << cables;
     QTest::newRow("both ports") << QList<QByteArray>{"--raw", "hw:0,0,2", "--alsa"}
                                 << "--alsa and --raw exclude each other";
 }
@@ -120,7 +132,7 @@ void TestDeviceConsole::wrongArgumentsAreRefusedInOneLine()
 void TestDeviceConsole::helpNamesArgumentsAndCommands()
 {
     const QString help = CDeviceArguments::help();
-    for (const char* word : {"--alsa", "--raw", "--keep-running", "--help", "turn", "quit"})
+    for (const char* word : {"--alsa", "--cables", "--raw", "--keep-running", "--help", "turn", "quit"})
         QVERIFY2(help.contains(word), word);
 }
 

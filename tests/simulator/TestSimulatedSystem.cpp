@@ -1,4 +1,5 @@
 #include "app/common/CMutex.h"
+#include "device/CMemAPIWrapper.h"
 #include "midi/CMIDIInput.h"
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
@@ -113,6 +114,9 @@ class TestSimulatedSystem : public CTestCase
     // the list
     void emptySystemHasNoPorts();
     void pluggedDeviceHasThreePortPairs();
+    void deviceWithTwoCablesHasTwoPortPairs();
+    void memoryFindsTheDeviceOfAnyCables_data();
+    void memoryFindsTheDeviceOfAnyCables();
     void editorPortIsFoundByNameAmongOthers();
     void ofTwoDevicesTheLastIsFound();
     void listStaysUntilItIsMadeAgain();
@@ -186,6 +190,44 @@ void TestSimulatedSystem::pluggedDeviceHasThreePortPairs()
     }
     QCOMPARE(MIDIPlatform::source(3), 0u);
     QCOMPARE(MIDIPlatform::source(-1), 0u);
+}
+
+void TestSimulatedSystem::deviceWithTwoCablesHasTwoPortPairs()
+{
+    CSimulatedDevice device;
+    simulatedSystem().plug(device, k_jxPortName, CSimulatedSystem::twoCables());
+    CMIDIPortWrapper directory;
+    QCOMPARE(directory.createInputPortList(), 2);
+    QCOMPARE(directory.createOutputPortList(), 2);
+    QCOMPARE(directory.getInputPortNameFromSystemByIndex(0), k_jxPortName);
+    QCOMPARE(directory.getOutputPortNameFromSystemByIndex(0), k_jxPortName);
+    QCOMPARE(directory.getInputPortByName(k_jxEditorPortName), 1);
+    QCOMPARE(directory.getOutputPortByName(k_jxEditorPortName), 1);
+}
+
+void TestSimulatedSystem::memoryFindsTheDeviceOfAnyCables_data()
+{
+    QTest::addColumn<QStringList>("cables");
+    QTest::newRow("one") << QStringList{"Port3"};
+    QTest::newRow("two") << CSimulatedSystem::twoCables();
+    QTest::newRow("three") << CSimulatedSystem::threeCables();
+}
+
+void TestSimulatedSystem::memoryFindsTheDeviceOfAnyCables()
+{
+    QFETCH(QStringList, cables);
+    CSimulatedDevice device;
+    device.setSetting(2, &KnobSettings::cc, 99);
+    simulatedSystem().plug(device, k_jxPortName, cables);
+    CMemAPIWrapper memory;
+    memory.initialize();
+    for (const int category : {1100, 1200, 1300, 1400, 1500})
+        memory.setParam(category + 2, 0); // a report falls on settings that are there
+    QVERIFY(memory.isConnectOutput());
+    QVERIFY(memory.requestAllParam());
+    QTRY_COMPARE(memory.getParam(1102), 99);
+    memory.closeInput(k_jxEditorPortName);
+    memory.closeOutput(k_jxEditorPortName);
 }
 
 void TestSimulatedSystem::editorPortIsFoundByNameAmongOthers()
