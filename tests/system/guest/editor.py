@@ -7,7 +7,7 @@ import time
 
 from report import wait_until
 
-HOME = "/home/musician"
+HOME = "/run/ktz/home"   # in memory: nothing of the host's is there
 PAGES = [(x, y) for y in (58, 341) for x in (23, 126, 229, 332)]
 FIELDS = {"led": 104, "cc": 142, "ch": 180, "max": 218, "min": 256}   # top of each field in its page
 FIELD_SIZE = (73, 15)
