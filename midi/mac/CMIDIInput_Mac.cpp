@@ -1,12 +1,41 @@
 #include "midi/mac/CMIDIInput_Mac.h"
 
+#include "app/common/CMutex.h"
 #include "midi/CCircularBuffer.h"
 
 #include <cstddef>
 #include <cstring>
+#include <set>
+
+namespace
+{
+/// The input objects that live now. The lock is held by a read procedure for as long as it uses one of them, so that
+/// none goes meanwhile; it only copies, and so holds up nobody.
+struct LiveInputs
+{
+    CMutex lock;
+    std::set<const void*> inputs;
+};
+
+LiveInputs& liveInputs()
+{
+    static LiveInputs live;
+    return live;
+}
+} // namespace
+
+CMIDIInput_Mac::CMIDIInput_Mac()
+{
+    const std::scoped_lock lock(liveInputs().lock);
+    liveInputs().inputs.insert(this);
+}
 
 CMIDIInput_Mac::~CMIDIInput_Mac()
 {
+    {
+        const std::scoped_lock lock(liveInputs().lock);
+        liveInputs().inputs.erase(this);
+    }
     // Disposes its port too.
     if (m_client != 0)
         MIDIClientDispose(m_client);
@@ -67,8 +96,11 @@ void CMIDIInput_Mac::readMessageFromBuffer(unsigned char* data, int* size)
 
 void CMIDIInput_Mac::midiReadProc(const MIDIPacketList* packets, void* /*readProcRefCon*/, void* srcConnRefCon)
 {
+    const std::scoped_lock lock(liveInputs().lock);
+    if (packets == nullptr || !liveInputs().inputs.contains(srcConnRefCon))
+        return;
     auto* input = static_cast<CMIDIInput_Mac*>(srcConnRefCon);
-    if (packets == nullptr || input == nullptr || input->ring() == nullptr)
+    if (input->ring() == nullptr)
         return;
     input->receive(*packets);
     input->wakeDelivery();
@@ -76,14 +108,16 @@ void CMIDIInput_Mac::midiReadProc(const MIDIPacketList* packets, void* /*readPro
 
 void CMIDIInput_Mac::receive(const MIDIPacketList& packets)
 {
-    // A packet begins where the one before it ends, at any address, so it is read as bytes.
+    // A packet may begin at any address, so it is read as bytes. Where the next one begins is the system's to say: on
+    // ARM each begins at an address that can be divided by four, on Intel where the one before it ends.
     constexpr std::size_t k_lengthOffset = offsetof(MIDIPacket, length);
     constexpr std::size_t k_dataOffset = offsetof(MIDIPacket, data);
-    const auto* packet = reinterpret_cast<const unsigned char*>(&packets) + offsetof(MIDIPacketList, packet);
+    const MIDIPacket* packet = packets.packet;
     for (UInt32 i = 0; i < packets.numPackets; ++i) {
+        const auto* bytes = reinterpret_cast<const unsigned char*>(packet);
         UInt16 length = 0;
-        std::memcpy(&length, packet + k_lengthOffset, sizeof length);
-        writeRecord(packet + k_dataOffset, length); // what does not fit is dropped
-        packet += k_dataOffset + length;
+        std::memcpy(&length, bytes + k_lengthOffset, sizeof length);
+        writeRecord(bytes + k_dataOffset, length); // what does not fit is dropped
+        packet = MIDIPacketNext(packet);
     }
 }

@@ -8,7 +8,9 @@
 class CMIDIInput_Mac : public CMIDIInput
 {
   public:
-    CMIDIInput_Mac() = default;
+    CMIDIInput_Mac();
+
+    /// Waits for a read procedure that is still running.
     ~CMIDIInput_Mac() override;
 
     /// Creates ring, thread and client. The result is CoreMIDI's status; without a client no port can be opened.
@@ -20,7 +22,8 @@ class CMIDIInput_Mac : public CMIDIInput
     void readMessageFromBuffer(unsigned char* data, int* size) override;
 
     /// CoreMIDI's receive thread calls this with what arrived: one record a packet, then one wake-up.
-    /// srcConnRefCon is the input object. Copies and returns; never allocates.
+    /// srcConnRefCon is the input object; nothing happens when that has gone, since the system may still be calling, or
+    /// about to, when a port has been disposed. Copies and returns; never allocates.
     static void midiReadProc(const MIDIPacketList* packets, void* readProcRefCon, void* srcConnRefCon);
 
   private:

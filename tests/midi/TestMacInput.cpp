@@ -5,6 +5,9 @@
 #include "tests/midi/CMacObserver.h"
 #include "tests/support/CTestCase.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -80,8 +83,8 @@ class TestMacInput : public CTestCase
     void destructorDisposesTheClient();
     void destructorWithoutClientDisposesNothing();
 
-    void recordsArriveInOrderFromPackedPackets_data();
-    void recordsArriveInOrderFromPackedPackets();
+    void recordsArriveInOrder_data();
+    void recordsArriveInOrder();
     void threePacketsMakeThreeRecordsInOrder();
     void threePacketsMakeOneWakeUpAfterTheLast();
     void aListOfNoPacketsOnlyWakes();
@@ -90,6 +93,8 @@ class TestMacInput : public CTestCase
     void withoutObserverTheRingStillEmpties();
     void readProcIgnoresNull();
     void readProcIgnoresAnInputWithoutRing();
+    void readProcIgnoresAnInputThatHasGone();
+    void readProcStillRunsWhileTheInputGoes();
     void readMessageKeepsTheUpperBytesOfTheSize();
     void readMessageIgnoresNull();
     void recordsFlowAgainAfterCloseAndOpen();
@@ -296,20 +301,31 @@ void TestMacInput::destructorWithoutClientDisposesNothing()
     QCOMPARE(m_fake->takeCalls(), QStringList());
 }
 
-void TestMacInput::recordsArriveInOrderFromPackedPackets_data()
+void TestMacInput::recordsArriveInOrder_data()
 {
+    QTest::addColumn<CFakeCoreMIDI::Layout>("layout");
     QTest::addColumn<QList<int>>("sizes");
-    QTest::newRow("one byte") << QList<int>{1};
-    QTest::newRow("every remainder of 4") << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9};
-    QTest::newRow("every remainder of 8, odd addresses") << QList<int>{3, 11, 7, 15, 1, 13, 5, 9};
-    QTest::newRow("a whole packet between small ones") << QList<int>{1, 256, 1};
-    QTest::newRow("longer than the packet type's array") << QList<int>{300, 2, 4095, 1};
-    QTest::newRow("nothing between two records") << QList<int>{5, 0, 0, 5};
+    for (const auto layout : {CFakeCoreMIDI::Layout::Packed, CFakeCoreMIDI::Layout::Aligned}) {
+        const char* name = layout == CFakeCoreMIDI::Layout::Packed ? "packed" : "aligned";
+        const auto row = [&](const char* what, const QList<int>& sizes) {
+            QTest::addRow("%s: %s", name, what) << layout << sizes;
+        };
+        row("one byte", {1});
+        row("every remainder of 4", {1, 2, 3, 4, 5, 6, 7, 8, 9});
+        row("every remainder of 8, odd addresses", {3, 11, 7, 15, 1, 13, 5, 9});
+        row("the device's messages", {11, 11, 15, 11, 9, 15});
+        row("a whole packet between small ones", {1, 256, 1});
+        row("longer than the packet type's array", {300, 2, 4095, 1});
+        row("nothing between two records", {5, 0, 0, 5});
+        row("the largest behind a small one", {7, CMIDIInput::k_largestRecord, 3});
+    }
 }
 
-void TestMacInput::recordsArriveInOrderFromPackedPackets()
+void TestMacInput::recordsArriveInOrder()
 {
+    QFETCH(CFakeCoreMIDI::Layout, layout);
     QFETCH(QList<int>, sizes);
+    CFakeCoreMIDI::setLayout(layout);
     QList<QByteArray> packets;
     QList<QByteArray> records;
     for (const int size : sizes) {
@@ -420,6 +436,46 @@ void TestMacInput::readProcIgnoresAnInputWithoutRing()
     const QByteArray list = CFakeCoreMIDI::packetList({k_message});
     CMIDIInput_Mac::midiReadProc(reinterpret_cast<const MIDIPacketList*>(list.constData()), nullptr, &input);
     QVERIFY(input.ring() == nullptr);
+}
+
+void TestMacInput::readProcIgnoresAnInputThatHasGone()
+{
+    const QByteArray list = CFakeCoreMIDI::packetList({k_message});
+    alignas(CInput) std::array<unsigned char, sizeof(CInput)> memory;
+    auto* input = new (memory.data()) CInput;
+    QCOMPARE(input->initialize(), noErr);
+    input->~CInput();
+    memory.fill(0xEE); // as whatever uses it next
+    CMIDIInput_Mac::midiReadProc(reinterpret_cast<const MIDIPacketList*>(list.constData()), nullptr, memory.data());
+    QCOMPARE(std::ranges::count(memory, 0xEE), std::ssize(memory));
+}
+
+void TestMacInput::readProcStillRunsWhileTheInputGoes()
+{
+    const QByteArray list = CFakeCoreMIDI::packetList({packet(CMIDIInput::k_largestRecord)});
+    alignas(CInput) std::array<unsigned char, sizeof(CInput)> memory;
+    for (int round = 0; round < 100; ++round) {
+        auto* input = new (memory.data()) CInput;
+        QCOMPARE(input->initialize(), noErr);
+        QVERIFY(input->openPort(0));
+        std::atomic<bool> running = false;
+        std::atomic<bool> ending = false;
+        std::thread service([&] {
+            while (!ending) {
+                CMIDIInput_Mac::midiReadProc(reinterpret_cast<const MIDIPacketList*>(list.constData()), nullptr,
+                                             memory.data());
+                running = true;
+            }
+        });
+        while (!running)
+            std::this_thread::yield();
+        input->closePort();
+        input->~CInput();
+        memory.fill(0xEE);
+        ending = true;
+        service.join();
+        QCOMPARE(std::ranges::count(memory, 0xEE), std::ssize(memory));
+    }
 }
 
 void TestMacInput::readMessageKeepsTheUpperBytesOfTheSize()

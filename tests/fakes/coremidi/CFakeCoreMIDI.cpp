@@ -4,6 +4,7 @@
 #include <QMap>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <vector>
@@ -25,6 +26,8 @@ struct Port
 };
 
 constexpr MIDIObjectRef k_worthless = 0xDEAD;
+
+auto g_layout = CFakeCoreMIDI::Layout::Packed;
 } // namespace
 
 struct FakeSystem
@@ -155,6 +158,7 @@ CFakeCoreMIDI::CFakeCoreMIDI() : m_system(std::make_unique<FakeSystem>())
 {
     m_system->clock.start();
     s_system = m_system.get();
+    setLayout(Layout::Packed);
 }
 
 CFakeCoreMIDI::~CFakeCoreMIDI()
@@ -214,11 +218,29 @@ void CFakeCoreMIDI::receive(MIDIEndpointRef source, const QList<QByteArray>& pac
     }
 }
 
+void CFakeCoreMIDI::setLayout(Layout layout)
+{
+    g_layout = layout;
+}
+
+MIDIPacket* MIDIPacketNext(const MIDIPacket* packet)
+{
+    const auto* bytes = reinterpret_cast<const unsigned char*>(packet);
+    UInt16 length = 0;
+    std::memcpy(&length, bytes + offsetof(MIDIPacket, length), sizeof length);
+    auto next = reinterpret_cast<std::uintptr_t>(bytes + offsetof(MIDIPacket, data) + length);
+    if (g_layout == CFakeCoreMIDI::Layout::Aligned)
+        next = (next + 3) & ~std::uintptr_t{3};
+    return reinterpret_cast<MIDIPacket*>(next); // NOLINT(performance-no-int-to-ptr): as the system does it
+}
+
 QByteArray CFakeCoreMIDI::packetList(const QList<QByteArray>& packets)
 {
     const auto count = static_cast<UInt32>(packets.size());
     QByteArray list(reinterpret_cast<const char*>(&count), sizeof count);
     for (const QByteArray& packet : packets) {
+        if (g_layout == Layout::Aligned)
+            list.append((4 - list.size() % 4) % 4, '\x55'); // the list itself begins at such an address
         const MIDITimeStamp time = 0x0102030405060708;
         const auto length = static_cast<UInt16>(packet.size());
         list.append(reinterpret_cast<const char*>(&time), sizeof time);

@@ -48,7 +48,16 @@ class CFakeCoreMIDI
     /// The service's receive thread: hands one packet list to every port connected to the source.
     void receive(MIDIEndpointRef source, const QList<QByteArray>& packets) const;
 
-    /// A packet list as the service lays it out: a packet begins where the one before it ends.
+    /// Where a packet of a list begins: where the one before it ends, as on Intel, or at the next address that can be
+    /// divided by four, as on ARM. Packed until set, for each fake anew.
+    enum class Layout
+    {
+        Packed,
+        Aligned
+    };
+    static void setLayout(Layout layout);
+
+    /// A packet list as the service lays it out.
     [[nodiscard]] static QByteArray packetList(const QList<QByteArray>& packets);
 
     /// A string that the caller owns.

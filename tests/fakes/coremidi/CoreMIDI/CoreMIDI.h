@@ -41,6 +41,9 @@ OSStatus MIDIOutputPortCreate(MIDIClientRef client, CFStringRef name, MIDIPortRe
 OSStatus MIDIPortDispose(MIDIPortRef port);
 OSStatus MIDIPortConnectSource(MIDIPortRef port, MIDIEndpointRef source, void* connRefCon);
 OSStatus MIDIPortDisconnectSource(MIDIPortRef port, MIDIEndpointRef source);
+/// Where the next packet of a list begins. The system's own is inline, and differs between its processors.
+MIDIPacket* MIDIPacketNext(const MIDIPacket* packet);
+
 OSStatus MIDISend(MIDIPortRef port, MIDIEndpointRef destination, const MIDIPacketList* packets);
 
 ItemCount MIDIGetNumberOfSources();
