@@ -1,0 +1,3 @@
+#pragma once
+
+// Qt asks for it; nothing in it is used.

@@ -1,0 +1,1 @@
+// Instead of the C library of this system, which has none for this processor.
