@@ -30,17 +30,20 @@ bool hasLauncher()
 QStringList Manual::folders()
 {
     const QString programFolder = QCoreApplication::applicationDirPath();
-    return {programFolder + QStringLiteral("/manual"),
-            programFolder + QStringLiteral("/../share/ktz-jx-editor/manual")};
+    return {programFolder + QStringLiteral("/manual"), programFolder + QStringLiteral("/../share/ktz-jx-editor/manual"),
+            programFolder + QStringLiteral("/../Resources")};
 }
 
 QString Manual::find(const QString& language, const QStringList& folders)
 {
     for (const QString& localisation : {language, QStringLiteral("English")}) {
         for (const QString& folder : folders) {
-            const QFileInfo manual(folder + u'/' + localisation + u'/' + k_manualFileName);
-            if (manual.isFile())
-                return manual.absoluteFilePath();
+            // A Mac's bundle calls the folder of a language so.
+            for (const QString& suffix : {QString(), QStringLiteral(".lproj")}) {
+                const QFileInfo manual(folder + u'/' + localisation + suffix + u'/' + k_manualFileName);
+                if (manual.isFile())
+                    return manual.absoluteFilePath();
+            }
         }
     }
     return {};

@@ -11,10 +11,12 @@ class QObject;
 /// The operation manual: a PDF document in one folder a language. GUI thread only.
 namespace Manual
 {
-/// The folders that may hold manuals: beside the program, then under the prefix that it was installed to.
+/// The folders that may hold manuals: beside the program, then under the prefix that it was installed to, then in the
+/// bundle that it is a part of.
 [[nodiscard]] QStringList folders();
 
-/// The path of the manual in this language (its English name), or else in English, or else an empty string.
+/// The path of the manual in this language (its English name), or else in English, or else an empty string. The folder
+/// of a language is called as it is, or with ".lproj" behind.
 [[nodiscard]] QString find(const QString& language, const QStringList& folders);
 
 /// Opens the manual in the system's language with the desktop's viewer.

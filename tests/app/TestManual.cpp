@@ -32,7 +32,8 @@ class TestManual : public CTestCase
     void fallsBackToEnglish();
     void languageElsewhereComesBeforeEnglish();
     void missingManual();
-    void foldersAreBesideTheProgramAndUnderThePrefix();
+    void foldersAreBesideTheProgramUnderThePrefixAndInTheBundle();
+    void languagesOfABundle();
     void openingAMissingManualFails();
     void launcherTellsWhetherItOpens_data();
     void launcherTellsWhetherItOpens();
@@ -107,13 +108,25 @@ void TestManual::missingManual()
     QVERIFY(Manual::find(QStringLiteral("German"), {folder.path()}).isEmpty());
 }
 
-void TestManual::foldersAreBesideTheProgramAndUnderThePrefix()
+void TestManual::foldersAreBesideTheProgramUnderThePrefixAndInTheBundle()
 {
     const QStringList folders = Manual::folders();
-    QCOMPARE(folders.size(), 2);
+    QCOMPARE(folders.size(), 3);
     QCOMPARE(folders[0], QCoreApplication::applicationDirPath() + QStringLiteral("/manual"));
     QCOMPARE(QDir::cleanPath(folders[1]), QDir::cleanPath(QCoreApplication::applicationDirPath() +
                                                           QStringLiteral("/../share/ktz-jx-editor/manual")));
+    QCOMPARE(QDir::cleanPath(folders[2]),
+             QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../Resources")));
+}
+
+void TestManual::languagesOfABundle()
+{
+    const QTemporaryDir folder;
+    addManuals(folder.path(), {QStringLiteral("English.lproj"), QStringLiteral("German.lproj")});
+    QCOMPARE(Manual::find(QStringLiteral("German"), {folder.path()}),
+             folder.filePath(QStringLiteral("German.lproj/") + k_manualFileName));
+    QCOMPARE(Manual::find(QStringLiteral("French"), {folder.path()}),
+             folder.filePath(QStringLiteral("English.lproj/") + k_manualFileName));
 }
 
 void TestManual::openingAMissingManualFails()
