@@ -17,12 +17,16 @@ CATEGORIES = {"cc": 1100, "ch": 1200, "max": 1300, "min": 1400, "led": 1500}
 CLOSE_BUTTON = (24, 24)
 BOX_PLACE = (0, 280, 446, 40)   # in the middle of the window, where every box covers something
 ONLINE_MARK = (403, 6, 36, 20)
+AS_USER = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--groups=audio"]
 
 
 def make_home():
     os.makedirs(HOME, exist_ok=True)
     os.chmod(HOME, 0o700)
     subprocess.run(["chown", "nobody", HOME], check=True)
+    # The session's message bus, where a login has it.
+    subprocess.run([*AS_USER, "dbus-daemon", "--session", f"--address=unix:path={HOME}/bus", "--fork", "--nopidfile"],
+                   check=True)
 
 
 class Editor:
@@ -30,13 +34,27 @@ class Editor:
         self.display = display
         self.name = name
         self.log = os.path.join(results, f"{name}.log")
+        self.program = program
         self.started = time.monotonic()
         with open(self.log, "w") as log:
-            self.process = subprocess.Popen(
-                ["setpriv", "--reuid=nobody", "--regid=nogroup", "--groups=audio", program],
-                stdin=subprocess.DEVNULL, stdout=log, stderr=log, cwd=HOME,
-                env={"DISPLAY": display.NAME, "HOME": HOME, "XDG_RUNTIME_DIR": HOME, "LANG": "C.UTF-8",
-                     "PATH": "/usr/bin:/bin"})
+            self.process = self.launch(stdout=log)
+
+    def launch(self, *arguments, **streams):
+        """A start of the program by the user, in the home directory."""
+        return subprocess.Popen(
+            [*AS_USER, self.program, *arguments], stdin=subprocess.DEVNULL, stderr=subprocess.STDOUT, cwd=HOME,
+            env={"DISPLAY": self.display.NAME, "HOME": HOME, "XDG_RUNTIME_DIR": HOME, "LANG": "C.UTF-8",
+                 "PATH": "/usr/bin:/bin"}, **streams)
+
+    def start_again(self, path, seconds=60):
+        """A second start with a file: its status and what it printed."""
+        second = self.launch(path, stdout=subprocess.PIPE, text=True)
+        try:
+            printed, _ = second.communicate(timeout=seconds)
+        except subprocess.TimeoutExpired:
+            second.kill()
+            printed, _ = second.communicate()
+        return second.returncode, printed
 
     def windows(self):
         return self.display.windows(self.process.pid)
@@ -137,15 +155,15 @@ def read_settings(path):
     """The eight knobs' settings in a file that the editor wrote, in the order in which they travel."""
     with open(path) as file:
         values = {int(key): int(value) for key, value in re.findall(r"<key(\d+)>(\d+)</key\d+>", file.read())}
-    return [tuple(values[category + knob] for category in CATEGORIES.values()) for knob in range(8)]
+    return [tuple(values.get(category + knob) for category in CATEGORIES.values()) for knob in range(8)]
 
 
-def write_settings(path, settings):
-    """A settings file as a musician might have it."""
+def write_settings(path, settings, end=""):
+    """A settings file as a musician might have it: each knob's values, and what stands behind the last of them."""
     with open(path, "w") as file:
         file.write('<!DOCTYPE KTZJXEditor>\n<parameters version="1.0">\n    <controlview>\n')
-        for knob, values in enumerate(settings):
+        for knob, values in settings.items():
             leaves = "".join(f"<key{category + knob}>{value}</key{category + knob}>"
                              for category, value in zip(CATEGORIES.values(), values))
             file.write(f"        <key{knob}>{leaves}</key{knob}>\n")
-        file.write("    </controlview>\n</parameters>\n")
+        file.write(f"{end}    </controlview>\n</parameters>\n")
