@@ -2,6 +2,7 @@
 
 import os
 import re
+import shutil
 import subprocess
 import time
 
@@ -167,3 +168,4 @@ def write_settings(path, settings, end=""):
                              for category, value in zip(CATEGORIES.values(), values))
             file.write(f"        <key{knob}>{leaves}</key{knob}>\n")
         file.write(f"{end}    </controlview>\n</parameters>\n")
+    shutil.chown(path, "nobody")   # the user's own, who may save over it

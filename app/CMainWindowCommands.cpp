@@ -1,0 +1,126 @@
+#include "app/CMainWindow.h"
+
+#include "app/CMenuManager.h"
+#include "app/Manual.h"
+#include "app/common/CMessageBox.h"
+#include "app/common/Constants.h"
+#include "device/CMemAPIWrapper.h"
+#include "file/CFileWrapper.h"
+#include "widgets/CControlView.h"
+#include "widgets/CLineEdit.h"
+
+void CMainWindow::open()
+{
+    finishTyping();
+    if (m_file && m_file->openFile())
+        updateAndSendAllKnobs();
+}
+
+void CMainWindow::applicationFileOpen()
+{
+    if (m_applicationFilePath.isEmpty() || !m_file)
+        return;
+    finishTyping();
+    // Nothing can have been edited during the start-up. A request that comes while the question is open replaces the
+    // path; one that comes later, while a failure is told, is pending anew.
+    const bool goOn = m_initializing || m_file->checkSaveFile();
+    m_applicationFilePending = false;
+    if (!goOn)
+        return;
+    if (m_file->openFile(m_applicationFilePath))
+        updateAndSendAllKnobs();
+}
+
+void CMainWindow::updateAndSendAllKnobs()
+{
+    if (!m_memory)
+        return;
+    for (int knob = 0; knob < k_numOfKnobs; ++knob) {
+        m_memory->updateKnob(knob);
+        m_memory->sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
+    }
+}
+
+void CMainWindow::sendAllKnobs()
+{
+    for (int knob = 0; knob < k_numOfKnobs; ++knob)
+        m_memory->sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
+}
+
+void CMainWindow::save()
+{
+    finishTyping();
+    // The file object has told the user of a failure.
+    if (m_file)
+        static_cast<void>(m_file->saveFile());
+}
+
+void CMainWindow::saveAs()
+{
+    finishTyping();
+    if (m_file)
+        static_cast<void>(m_file->saveAsFile());
+}
+
+CControlView* CMainWindow::selectedControlView() const
+{
+    return m_views.value(m_selectedView, nullptr);
+}
+
+void CMainWindow::finishTyping()
+{
+    if (auto* field = qobject_cast<CLineEdit*>(focusWidget()))
+        field->accept();
+}
+
+void CMainWindow::copy()
+{
+    finishTyping();
+    CControlView* view = selectedControlView();
+    if (view != nullptr && view->canCopy())
+        view->copy();
+}
+
+void CMainWindow::paste()
+{
+    finishTyping();
+    CControlView* view = selectedControlView();
+    if (view != nullptr && view->canPaste())
+        view->paste();
+}
+
+void CMainWindow::setEditMenuEnable()
+{
+    const CControlView* view = selectedControlView();
+    m_menuManager->setMenuItemEnabledByID(CMenuManager::k_copyItem, view != nullptr && view->canCopy());
+    m_menuManager->setMenuItemEnabledByID(CMenuManager::k_pasteItem, view != nullptr && view->canPaste());
+}
+
+void CMainWindow::conViewSelect(int index)
+{
+    m_selectedView = index;
+}
+
+void CMainWindow::revert()
+{
+    finishTyping();
+    if (m_memory && CMessageBox::question(this, k_revertTitle, k_revertMessage, QMessageBox::Yes | QMessageBox::No,
+                                          QMessageBox::No) == QMessageBox::Yes)
+        m_memory->revertParams();
+}
+
+void CMainWindow::factoryReset()
+{
+    finishTyping();
+    if (m_memory && CMessageBox::question(this, k_resetTitle, k_resetMessage, QMessageBox::Yes | QMessageBox::No,
+                                          QMessageBox::No) == QMessageBox::Yes) {
+        setAllDefaultParamsToMemAPI();
+        sendAllKnobs();
+    }
+}
+
+void CMainWindow::manual()
+{
+    Manual::open(this,
+                 [this] { CMessageBox::warning(this, QString(), k_errorManual, QMessageBox::Ok, QMessageBox::Ok); });
+}
