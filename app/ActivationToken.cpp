@@ -1,6 +1,6 @@
 #include "app/ActivationToken.h"
 
-#include "app/XWindowActivation.h"
+#include "app/XServer.h"
 
 #include <QApplication>
 #include <QRegularExpression>
@@ -66,5 +66,5 @@ void ActivationToken::bringToFront(QWidget& window) const
     front.activateWindow();
     qunsetenv(k_activationVariable);
     if (front.windowHandle() != nullptr)
-        XWindowActivation::ask(*front.windowHandle(), timeOf(startupId));
+        XServer::giveFocus(*front.windowHandle(), timeOf(startupId));
 }

@@ -1,5 +1,6 @@
 #include "app/CopiedSettings.h"
 
+#include "app/XServer.h"
 #include "app/common/Constants.h"
 
 #include <QClipboard>
@@ -7,17 +8,22 @@
 #include <QMimeData>
 
 #include <algorithm>
+#include <array>
+
+namespace
+{
+constexpr std::array k_formats{&k_mimeType_Knob, &k_mimeType_CCNum, &k_mimeType_MIDICh,
+                               &k_mimeType_Max,  &k_mimeType_Min,   &k_mimeType_LEDType};
+} // namespace
 
 void CopiedSettings::removeFromClipboard()
 {
+    if (!XServer::isClipboardHeld())
+        return;
     QClipboard* clipboard = QGuiApplication::clipboard();
     const QMimeData* held = clipboard->mimeData();
-    if (held == nullptr) // as some platforms give it for an empty one
-        return;
-    const QStringList formats = held->formats();
-    if (std::ranges::any_of(formats, [](const QString& format) {
-            return format == k_mimeType_Knob || format == k_mimeType_CCNum || format == k_mimeType_MIDICh ||
-                   format == k_mimeType_Max || format == k_mimeType_Min || format == k_mimeType_LEDType;
-        }))
+    const auto isHeld = [held](const QString* format) { return held->hasFormat(*format); };
+    // Null is an empty one on some platforms.
+    if (held != nullptr && std::ranges::any_of(k_formats, isHeld))
         clipboard->clear();
 }
