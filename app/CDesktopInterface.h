@@ -26,7 +26,7 @@ class CDesktopInterface : public QObject, protected QDBusContext
     /// The user wants the window, and the file in it if the path, bytes as the system has them, is not empty.
     void requested(const QByteArray& path, const ActivationToken& token);
 
-    // The names are the interface's.
+    // NOLINTBEGIN(readability-identifier-naming): the names are the interface's
   public slots:
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData);
 
@@ -36,6 +36,7 @@ class CDesktopInterface : public QObject, protected QDBusContext
     /// There are no actions besides; whoever names one wants the window at least.
     Q_SCRIPTABLE void ActivateAction(const QString& name, const QVariantList& parameter,
                                      const QVariantMap& platformData);
+    // NOLINTEND(readability-identifier-naming)
 
   private:
     void request(const QByteArray& path, const QVariantMap& platformData);

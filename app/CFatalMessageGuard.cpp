@@ -8,8 +8,14 @@
 
 namespace
 {
+constexpr char k_editor[] = "ktz-jx-editor";
+
 // A message handler gets nothing of its owner's.
-QByteArray s_program;
+QByteArray& program()
+{
+    static QByteArray name = k_editor;
+    return name;
+}
 bool s_displayIsMissing = false;
 
 /// Whether a platform says with this that its display server does not answer.
@@ -28,16 +34,16 @@ void exitOnFatalMessage(QtMsgType type, const QMessageLogContext& /*context*/, c
     // The toolkit takes a missing display for a broken installation. Its text has several lines, the first of which
     // says what is wrong.
     const QString reason = s_displayIsMissing ? QStringLiteral("there is no display") : text.section(u'\n', 0, 0);
-    std::fprintf(stderr, "%s: %s\n", s_program.constData(), reason.toLocal8Bit().constData());
+    std::fprintf(stderr, "%s: %s\n", program().constData(), reason.toLocal8Bit().constData());
     std::_Exit(EXIT_FAILURE);
 }
 } // namespace
 
-CFatalMessageGuard::CFatalMessageGuard(const char* program)
+CFatalMessageGuard::CFatalMessageGuard(const char* path)
 {
-    s_program = QFileInfo(QString::fromLocal8Bit(program)).fileName().toLocal8Bit();
-    if (s_program.isEmpty())
-        s_program = "ktz-jx-editor";
+    program() = QFileInfo(QString::fromLocal8Bit(path)).fileName().toLocal8Bit();
+    if (program().isEmpty())
+        program() = k_editor;
     s_displayIsMissing = false;
     m_previous = qInstallMessageHandler(exitOnFatalMessage);
 }

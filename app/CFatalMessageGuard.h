@@ -10,8 +10,8 @@
 class CFatalMessageGuard
 {
   public:
-    /// program   as it was started, with or without folders: argv[0], or null. Its name begins the line.
-    explicit CFatalMessageGuard(const char* program);
+    /// path   of the program as it was started, with or without folders: argv[0], or null. Its name begins the line.
+    explicit CFatalMessageGuard(const char* path);
     ~CFatalMessageGuard();
     CFatalMessageGuard(const CFatalMessageGuard&) = delete;
     CFatalMessageGuard& operator=(const CFatalMessageGuard&) = delete;

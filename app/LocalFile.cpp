@@ -29,7 +29,7 @@ QString LocalFile::toUri(const QByteArray& path)
 
 QByteArray LocalFile::fromUri(const QString& uri)
 {
-    const QByteArray bytes = uri.toUtf8();
+    QByteArray bytes = uri.toUtf8();
     if (!bytes.startsWith(k_scheme))
         return bytes;
     // Between the two slashes and the path there may be this machine's name.
@@ -39,7 +39,7 @@ QByteArray LocalFile::fromUri(const QString& uri)
 
 QString LocalFile::toName(const QByteArray& path)
 {
-    const QString name = QString::fromLocal8Bit(path);
+    QString name = QString::fromLocal8Bit(path);
     if (name.toLocal8Bit() == path)
         return name;
 
@@ -47,7 +47,7 @@ QString LocalFile::toName(const QByteArray& path)
     static int number = 0;
     // Two files may differ in just the bytes that are no text, so that each link has a folder of its own.
     const QDir folder(links.filePath(QString::number(++number)));
-    const QString link = folder.filePath(QFileInfo(name).fileName());
+    QString link = folder.filePath(QFileInfo(name).fileName());
     std::error_code error;
     if (!folder.mkpath(QStringLiteral(".")))
         return name;

@@ -52,11 +52,9 @@ QString Manual::find(const QString& language, const QStringList& folders)
 void Manual::open(QObject* context, const std::function<void()>& failed)
 {
     const QString path = find(QLocale::languageToString(QLocale::system().language()), folders());
-    if (path.isEmpty())
-        failed();
-    else if (hasLauncher())
+    if (!path.isEmpty() && hasLauncher())
         launch(path, context, failed);
-    else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
+    else if (path.isEmpty() || !QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
         failed();
 }
 

@@ -87,7 +87,7 @@ QByteArray socketOf(const QByteArray& address)
     for (const QByteArray& pair : pairs) {
         const qsizetype equals = pair.indexOf('=');
         const QByteArray key = pair.first(std::max<qsizetype>(equals, 0));
-        const QByteArray value = QByteArray::fromPercentEncoding(pair.sliced(equals + 1));
+        QByteArray value = QByteArray::fromPercentEncoding(pair.sliced(equals + 1));
         if (key == "path")
             return value;
         if (key == "abstract")

@@ -4,39 +4,39 @@
 
 int CParamManager::getParam(int id) const
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     return m_list.value(QString::number(id)).toInt();
 }
 
 void CParamManager::setParam(int id, int value)
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     m_list.insert(QString::number(id), value);
     m_dirty = true;
 }
 
 ParamList CParamManager::getParamList() const
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     return m_list;
 }
 
 void CParamManager::setParamList(const ParamList& list)
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     m_list = list;
     m_dirty = true;
 }
 
 bool CParamManager::isDirty() const
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     return m_dirty;
 }
 
 void CParamManager::setDirty(bool dirty)
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     m_dirty = dirty;
 }
 

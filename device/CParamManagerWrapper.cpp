@@ -4,19 +4,19 @@
 
 ParamList CParamManagerWrapper::getParamListFromKnob(int knob) const
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     return m_list.value(QString::number(knob)).toMap();
 }
 
 int CParamManagerWrapper::getParam(int knob, int id) const
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     return getParamListFromKnob(knob).value(QString::number(id)).toInt();
 }
 
 void CParamManagerWrapper::setParam(int knob, int id, int value)
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     ParamList list = getParamListFromKnob(knob);
     list.insert(QString::number(id), value);
     m_list.insert(QString::number(knob), list);
@@ -25,7 +25,7 @@ void CParamManagerWrapper::setParam(int knob, int id, int value)
 
 void CParamManagerWrapper::setParamListToKnob(int knob, const ParamList& list)
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock guard(m_mutex);
     const ParamList present = getParamListFromKnob(knob);
     ParamList placed;
     auto source = list.cbegin();

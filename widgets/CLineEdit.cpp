@@ -130,7 +130,7 @@ void CLineEdit::keyPressEvent(QKeyEvent* event)
     else
         QLineEdit::keyPressEvent(event);
     // Qt holds an edit open whose text the validator does not accept, such as none at all.
-    if (field && isReturn(event->key()))
+    if (!field.isNull() && isReturn(event->key()))
         abort();
     event->accept();
 }

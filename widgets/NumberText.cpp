@@ -50,6 +50,7 @@ QByteArray converted(const char* conversion, double number)
 {
     QByteArray text(std::snprintf(nullptr, 0, conversion, number), '\0');
     std::snprintf(text.data(), static_cast<std::size_t>(text.size()) + 1, conversion, number);
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody changes the locale once the application object is made
     return text.replace(std::localeconv()->decimal_point, ".");
 }
 

@@ -23,7 +23,7 @@ QByteArray cardOf(const snd_seq_client_info_t* client)
     char* name = nullptr;
     if (card < 0 || snd_card_get_longname(card, &name) < 0)
         return {};
-    const QByteArray copy(name);
+    QByteArray copy(name);
     std::free(name);
     return copy;
 }
