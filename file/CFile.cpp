@@ -26,7 +26,8 @@ QString decoded(const QByteArray& bytes)
     return decoder.hasError() ? QString() : text;
 }
 
-// The file at the end of a chain of links, which need not exist; a null string when the chain has no end.
+// The file at the end of a chain of links, which need not exist; a null string when the chain has no end, or ends at a
+// file whose name is no text: the text that comes nearest would name another file.
 QString linkTarget(const QString& name)
 {
     constexpr int k_longestChain = 40;
@@ -34,7 +35,7 @@ QString linkTarget(const QString& name)
     for (int i = 0; i < k_longestChain; ++i) {
         const QFileInfo info(target);
         if (!info.isSymLink())
-            return target;
+            return info.exists() || !QFileInfo::exists(name) ? target : QString();
         target = info.symLinkTarget();
     }
     return {};

@@ -7,7 +7,10 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <optional>
 
 #include <fcntl.h>
@@ -105,6 +108,7 @@ class TestFileStorage : public CTestCase
 
     void writeThroughALinkKeepsTheLink_data();
     void writeThroughALinkKeepsTheLink();
+    void writeThroughALinkToANameThatIsNoTextFails();
     void writeThroughLinksWithoutEndFails();
 
     void readRefusesWhatIsNoFile_data();
@@ -352,6 +356,21 @@ void TestFileStorage::writeThroughALinkKeepsTheLink()
     QVERIFY(!QFileInfo(target).isSymLink());
     QCOMPARE(SettingsFixture::bytesOf(target), m_written);
     QCOMPARE(leftovers(links + QStringList{"elsewhere"}), QStringList());
+}
+
+void TestFileStorage::writeThroughALinkToANameThatIsNoTextFails()
+{
+    // Under the text that comes nearest to its name it would be another file, and this one would stay as it was.
+    const std::filesystem::path file = m_settings->path("set-").toStdString() + "\xff.CJX";
+    std::ofstream(file) << "the old file";
+    const QString link = m_settings->path("link.CJX");
+    std::filesystem::create_symlink(file, link.toStdString());
+    CFileWrapper settings(nullptr, &m_settings->memory);
+    QCOMPARE(settings.write(link), k_saveError);
+    QCOMPARE(std::filesystem::file_size(file), std::uintmax_t{12});
+    const auto isOther = [&](const auto& entry) { return entry.path() != file && !entry.is_symlink(); };
+    QCOMPARE(std::ranges::count_if(std::filesystem::directory_iterator(file.parent_path()), isOther), 0);
+    std::filesystem::remove(file); // the toolkit, which removes the folder, cannot
 }
 
 void TestFileStorage::writeThroughLinksWithoutEndFails()
