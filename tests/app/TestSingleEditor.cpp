@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 
 #include <csignal>
+#include <sys/wait.h>
 
 namespace
 {
@@ -167,6 +168,8 @@ void TestSingleEditor::stoppedEditorIsNotWaitedForForEver()
     QVERIFY(first.becameEditor());
     QCOMPARE(first.ask("end splash"), QByteArray("ended"));
     kill(pid_t(first.processId()), SIGSTOP);
+    siginfo_t stopped{}; // by then all of its threads stand still
+    QCOMPARE(waitid(P_PID, id_t(first.processId()), &stopped, WSTOPPED), 0);
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toLocal8Bit());
     {
         CSingleEditor second({.handOver = std::chrono::milliseconds(50)});
