@@ -1,8 +1,8 @@
 #include "app/RunEditor.h"
-#include "simulator/CBenchPanel.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/CSimulatedSystem.h"
-#include "simulator/CTrafficFile.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/device/CTrafficFile.h"
+#include "simulator/panel/CDevicePanel.h"
+#include "simulator/transports/CSimulatedSystem.h"
 
 #include <QScreen>
 #include <QTimer>
@@ -18,7 +18,7 @@ constexpr int k_edge = 40;        // pixels, room for the panel's frame and titl
 /// The bench panel beside the place where the editor comes up; every message is in the log soon after it has passed.
 std::unique_ptr<QWidget> makeBench(CSimulatedDevice& device, CTrafficFile& log)
 {
-    auto panel = std::make_unique<CBenchPanel>(device);
+    auto panel = std::make_unique<CDevicePanel>(device);
     // Closing the editor ends the demo, whether or not the panel is still there.
     panel->setAttribute(Qt::WA_QuitOnClose, false);
     // At the right edge, so that the window manager finds room for the editor beside it.

@@ -10,8 +10,8 @@
 #include "app/CMainWindow.h"
 #include "app/RunEditor.h"
 #include "device/DeviceParams.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/CSimulatedSystem.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/transports/CSimulatedSystem.h"
 #include "widgets/CKnobLED.h"
 #include "widgets/KnobLEDIndex.h"
 

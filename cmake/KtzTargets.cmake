@@ -1,4 +1,4 @@
-# How this project declares its libraries, programs and tests: same warnings, same build modes, includes from the root.
+# How this project declares its libraries and programs: same warnings, same build modes, includes from the root.
 
 # Alone it is for tools that run during the build: a sanitizer would judge what Qt does there.
 add_library(ktz_warnings INTERFACE)
@@ -9,7 +9,6 @@ endif()
 
 add_library(ktz_options INTERFACE)
 target_link_libraries(ktz_options INTERFACE ktz_warnings)
-target_include_directories(ktz_options INTERFACE ${PROJECT_SOURCE_DIR})
 if(KTZ_SANITIZE)
     target_compile_options(ktz_options INTERFACE -fsanitize=${KTZ_SANITIZE} -fno-omit-frame-pointer)
     target_link_options(ktz_options INTERFACE -fsanitize=${KTZ_SANITIZE})
@@ -19,11 +18,37 @@ if(KTZ_COVERAGE)
     target_link_options(ktz_options INTERFACE --coverage)
 endif()
 
+# ktz_own_headers(name scope file...): lets a target, and those who use it, include its own headers by their path from
+# the project's root. They are links, one for each header, in a folder of the target's own: so a source sees the headers
+# of the libraries that its target uses and no others, and an arrow that points up does not compile.
+function(ktz_own_headers name scope)
+    set(root ${PROJECT_BINARY_DIR}/include/${name})
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR} OUTPUT_VARIABLE folder)
+    file(REMOVE_RECURSE ${root}) # with the links of a header that has gone
+    list(FILTER ARGN INCLUDE REGEX "\\.h$")
+    foreach(header IN LISTS ARGN)
+        cmake_path(APPEND root ${folder} ${header} OUTPUT_VARIABLE link)
+        cmake_path(GET link PARENT_PATH parent)
+        file(MAKE_DIRECTORY ${parent})
+        file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${link} SYMBOLIC)
+    endforeach()
+    target_include_directories(${name} ${scope} ${root})
+endfunction()
+
 # ktz_library(name SOURCES file... USES library...): one static library of a floor of the house.
 function(ktz_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC ktz_options ${ARG_USES})
+    ktz_own_headers(${name} PUBLIC ${ARG_SOURCES})
+endfunction()
+
+# ktz_header_library(name HEADERS file... USES library...): a library with nothing to compile.
+function(ktz_header_library name)
+    cmake_parse_arguments(ARG "" "" "HEADERS;USES" ${ARGN})
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE ktz_options ${ARG_USES})
+    ktz_own_headers(${name} INTERFACE ${ARG_HEADERS})
 endfunction()
 
 # ktz_platform(name SOURCES file... USES library...): one implementation of midi/MIDIPlatform.h. Its objects go into
@@ -32,6 +57,7 @@ function(ktz_platform name)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
     add_library(${name} OBJECT ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC ktz_options ${ARG_USES})
+    ktz_own_headers(${name} PUBLIC ${ARG_SOURCES})
 endfunction()
 
 # ktz_program(name SOURCES file... USES library...)
@@ -40,65 +66,4 @@ function(ktz_program name)
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ktz_options ${ARG_USES})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-endfunction()
-
-# ktz_run(name COMMAND program [argument...] [GUI] [LABELS label...] [ENVIRONMENT variable=value...]): has ctest run a
-# program under a watchdog, which tells where it hangs before ctest's own limit ends it. GUI programs get a display of
-# their own, so that they send real events to real windows and may run side by side. The first label is gui or core.
-function(ktz_run name)
-    cmake_parse_arguments(ARG "GUI" "" "COMMAND;LABELS;ENVIRONMENT" ${ARGN})
-    set(support ${PROJECT_SOURCE_DIR}/tests/support)
-    if(ARG_GUI)
-        set(labels gui ${ARG_LABELS})
-        set(display ${support}/with-display)
-    else()
-        set(labels core ${ARG_LABELS})
-        set(display)
-    endif()
-    add_test(NAME ${name} COMMAND ${display} ${support}/watchdog 240 ${ARG_COMMAND})
-    set_tests_properties(${name} PROPERTIES
-        LABELS "${labels}" ENVIRONMENT "${ARG_ENVIRONMENT}" TIMEOUT 300)
-endfunction()
-
-# What the tests with the labels core and threads run: a build with ThreadSanitizer needs nothing else.
-add_custom_target(threading_tests)
-
-# ktz_brings_widgets(result library...): whether one of the libraries, or what it uses, brings Qt's widgets.
-function(ktz_brings_widgets result)
-    set(found FALSE)
-    foreach(library ${ARGN})
-        set(uses)
-        if(TARGET ${library})
-            get_target_property(uses ${library} INTERFACE_LINK_LIBRARIES)
-        endif()
-        if(NOT found AND uses)
-            ktz_brings_widgets(found ${uses})
-        endif()
-        if(library STREQUAL "Qt6::Widgets")
-            set(found TRUE)
-        endif()
-    endforeach()
-    set(${result} ${found} PARENT_SCOPE)
-endfunction()
-
-# ktz_test(name SOURCES file... USES library... [GUI] [LABELS label...]): a Qt Test program, run by ctest.
-function(ktz_test name)
-    cmake_parse_arguments(ARG "GUI" "" "SOURCES;USES;LABELS" ${ARGN})
-    add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE ktz_options ktz_test_support ${ARG_USES} Qt6::Test)
-    # The folders that Qt Test tells each test would keep them from sharing headers.
-    target_compile_options(${name} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
-    ktz_brings_widgets(widgets ${ARG_USES})
-    if(widgets)
-        target_precompile_headers(${name} REUSE_FROM ktz_test_headers_gui)
-    else()
-        target_precompile_headers(${name} REUSE_FROM ktz_test_headers)
-    endif()
-    if(ARG_GUI)
-        set(gui GUI)
-    endif()
-    if(NOT ARG_GUI OR threads IN_LIST ARG_LABELS)
-        add_dependencies(threading_tests ${name})
-    endif()
-    ktz_run(${name} COMMAND $<TARGET_FILE:${name}> ${gui} LABELS ${ARG_LABELS})
 endfunction()

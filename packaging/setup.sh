@@ -5,6 +5,7 @@ packages_display="xvfb xauth openbox xdotool imagemagick x11-utils x11-apps"
 packages_tests="gdb dbus-daemon clang"
 packages_system="qemu-system-x86 busybox-static cpio kmod alsa-utils dbus-daemon"
 packages_checks="clang-format"
+packages_bench="libxdamage-dev libxtst-dev"
 packages_analysis="clang-tidy clazy cppcheck"
 packages_clang="clang libclang-rt-dev llvm"
 

@@ -1,7 +1,7 @@
 #include "midi/alsa/CMIDIInput_ALSA.h"
 
 #include "midi/CCircularBuffer.h"
-#include "midi/alsa/CALSAPortList.h"
+#include "midi/alsa/CPortList_ALSA.h"
 
 #include <QMutex>
 #include <QThread>
@@ -51,7 +51,7 @@ bool CMIDIInput_ALSA::openPort(int index)
                                         SND_SEQ_PORT_TYPE_MIDI_GENERIC | SND_SEQ_PORT_TYPE_APPLICATION);
     if (m_port < 0)
         return false;
-    const ALSAPort* source = CALSAPortList::sources().at(index);
+    const ALSAPort* source = CPortList_ALSA::sources().at(index);
     if (source == nullptr)
         return false;
 

@@ -1,6 +1,6 @@
 #include "midi/alsa/CMIDIOutput_ALSA.h"
 
-#include "midi/alsa/CALSAPortList.h"
+#include "midi/alsa/CPortList_ALSA.h"
 
 int CMIDIOutput_ALSA::initialize()
 {
@@ -20,7 +20,7 @@ bool CMIDIOutput_ALSA::openPort(int index)
                                         SND_SEQ_PORT_TYPE_MIDI_GENERIC | SND_SEQ_PORT_TYPE_APPLICATION);
     if (m_port < 0)
         return false;
-    const ALSAPort* destination = CALSAPortList::destinations().at(index);
+    const ALSAPort* destination = CPortList_ALSA::destinations().at(index);
     if (destination == nullptr)
         return false;
 

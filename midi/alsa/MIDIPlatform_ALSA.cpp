@@ -1,15 +1,15 @@
 #include "midi/MIDIPlatform.h"
 
-#include "midi/alsa/CALSAPortList.h"
 #include "midi/alsa/CMIDIInput_ALSA.h"
 #include "midi/alsa/CMIDIOutput_ALSA.h"
+#include "midi/alsa/CPortList_ALSA.h"
 
 namespace
 {
 /// An endpoint is its index plus 1, with this bit set for a destination.
 constexpr MIDIEndpoint k_destinationBit = 0x8000'0000;
 
-MIDIEndpoint endpointAt(const CALSAPortList& list, int index)
+MIDIEndpoint endpointAt(const CPortList_ALSA& list, int index)
 {
     return list.at(index) != nullptr ? static_cast<MIDIEndpoint>(index) + 1 : 0;
 }
@@ -17,39 +17,39 @@ MIDIEndpoint endpointAt(const CALSAPortList& list, int index)
 const ALSAPort* portOf(MIDIEndpoint endpoint)
 {
     const bool isDestination = (endpoint & k_destinationBit) != 0;
-    const CALSAPortList& list = isDestination ? CALSAPortList::destinations() : CALSAPortList::sources();
+    const CPortList_ALSA& list = isDestination ? CPortList_ALSA::destinations() : CPortList_ALSA::sources();
     return list.at(static_cast<qsizetype>(endpoint & ~k_destinationBit) - 1);
 }
 } // namespace
 
 int MIDIPlatform::listSources()
 {
-    return CALSAPortList::sources().refresh();
+    return CPortList_ALSA::sources().refresh();
 }
 
 int MIDIPlatform::listDestinations()
 {
-    return CALSAPortList::destinations().refresh();
+    return CPortList_ALSA::destinations().refresh();
 }
 
 int MIDIPlatform::sourceCount()
 {
-    return CALSAPortList::sources().count();
+    return CPortList_ALSA::sources().count();
 }
 
 int MIDIPlatform::destinationCount()
 {
-    return CALSAPortList::destinations().count();
+    return CPortList_ALSA::destinations().count();
 }
 
 MIDIEndpoint MIDIPlatform::source(int index)
 {
-    return endpointAt(CALSAPortList::sources(), index);
+    return endpointAt(CPortList_ALSA::sources(), index);
 }
 
 MIDIEndpoint MIDIPlatform::destination(int index)
 {
-    const MIDIEndpoint endpoint = endpointAt(CALSAPortList::destinations(), index);
+    const MIDIEndpoint endpoint = endpointAt(CPortList_ALSA::destinations(), index);
     return endpoint != 0 ? endpoint | k_destinationBit : 0;
 }
 

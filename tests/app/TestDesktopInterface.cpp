@@ -1,4 +1,4 @@
-#include "app/CDesktopInterface.h"
+#include "app/linux/CDesktopInterface.h"
 #include "tests/app/CActivationRequests.h"
 #include "tests/app/CEditorProcess.h"
 #include "tests/app/CTestBus.h"

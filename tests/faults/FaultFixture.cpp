@@ -1,7 +1,7 @@
 #include "tests/faults/FaultFixture.h"
 
 #include "connection/CConnectionMonitor.h"
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/DeviceMessages.h"
 
 void FaultFixture::startConnected()
 {

@@ -1,4 +1,4 @@
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/DeviceMessages.h"
 #include "tests/faults/CFaultTest.h"
 #include "tests/faults/FaultFixture.h"
 #include "tests/support/CMessageBoxAnswer.h"

@@ -2,7 +2,7 @@
 #include "device/CMemAPIObserver.h"
 #include "device/CMemAPIWrapper.h"
 #include "device/CMessageManagerWrapper.h"
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/DeviceMessages.h"
 #include "tests/fuzz/CDeviceModel.h"
 #include "tests/fuzz/CFuzzInput.h"
 #include "tests/fuzz/FuzzTarget.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/common/CMutex.h"
-#include "simulator/CDeviceTransport.h"
+#include "simulator/device/CDeviceTransport.h"
 
 #include <QList>
 

@@ -5,9 +5,9 @@
 #include "midi/CMIDIPortWrapper.h"
 #include "midi/CMIDITransportObserver.h"
 #include "midi/MIDIPlatform.h"
-#include "simulator/CALSADeviceTransport.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/device/DeviceMessages.h"
+#include "simulator/transports/CALSADeviceTransport.h"
 #include "tests/fakes/alsa/FakeALSA.h"
 #include "tests/support/CTestCase.h"
 

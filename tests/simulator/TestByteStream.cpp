@@ -1,4 +1,4 @@
-#include "simulator/CByteStream.h"
+#include "simulator/device/CByteStream.h"
 #include "tests/support/CTestCase.h"
 
 namespace

@@ -1,4 +1,4 @@
-#include "simulator/CCommandParser.h"
+#include "simulator/console/CCommandParser.h"
 #include "tests/support/CTestCase.h"
 
 #include <QRandomGenerator>

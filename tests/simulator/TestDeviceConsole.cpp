@@ -1,8 +1,8 @@
-#include "simulator/CDeviceArguments.h"
-#include "simulator/CDeviceConsole.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/DeviceMessages.h"
-#include "simulator/TrafficText.h"
+#include "simulator/console/CDeviceArguments.h"
+#include "simulator/console/CDeviceConsole.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/device/DeviceMessages.h"
+#include "simulator/device/TrafficText.h"
 #include "tests/simulator/CRecordingTransport.h"
 #include "tests/support/CTestCase.h"
 

@@ -1,4 +1,4 @@
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/DeviceMessages.h"
 #include "tests/support/CTestCase.h"
 
 using DeviceMessages::Type;

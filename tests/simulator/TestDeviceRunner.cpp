@@ -1,7 +1,7 @@
-#include "simulator/CDeviceRunner.h"
-#include "simulator/CPolledTransport.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/DeviceMessages.h"
+#include "simulator/console/CDeviceRunner.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/device/DeviceMessages.h"
+#include "simulator/transports/CPolledTransport.h"
 #include "tests/support/CTestCase.h"
 
 #include <unistd.h>

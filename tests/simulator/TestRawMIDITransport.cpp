@@ -1,6 +1,6 @@
-#include "simulator/CRawMIDITransport.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/device/DeviceMessages.h"
+#include "simulator/transports/CRawMIDITransport.h"
 #include "tests/simulator/FakeRawMIDI.h"
 #include "tests/support/CTestCase.h"
 

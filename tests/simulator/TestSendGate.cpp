@@ -1,7 +1,7 @@
-#include "simulator/CSendGate.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/CSimulatedSystem.h"
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/device/DeviceMessages.h"
+#include "simulator/transports/CSendGate.h"
+#include "simulator/transports/CSimulatedSystem.h"
 #include "tests/support/CTestCase.h"
 
 #include <thread>

@@ -1,5 +1,5 @@
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/device/DeviceMessages.h"
 #include "tests/simulator/CRecordingTransport.h"
 #include "tests/support/CTestCase.h"
 

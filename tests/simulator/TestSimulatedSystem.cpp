@@ -4,9 +4,9 @@
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
 #include "midi/CMIDITransportObserver.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/CSimulatedSystem.h"
-#include "simulator/DeviceMessages.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/device/DeviceMessages.h"
+#include "simulator/transports/CSimulatedSystem.h"
 #include "tests/support/CTestCase.h"
 
 #include <QElapsedTimer>

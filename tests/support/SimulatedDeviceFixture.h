@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/CSimulatedSystem.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/transports/CSimulatedSystem.h"
 
 /// An empty simulated MIDI system for one test, with a device that may be plugged in; empty again afterwards.
 struct SimulatedDeviceFixture

@@ -2,8 +2,8 @@
 
 #include "device/CMemAPIProxy.h"
 #include "device/CMemAPIWrapper.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/CSimulatedSystem.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/transports/CSimulatedSystem.h"
 
 /// A device memory with a simulated device for the widgets under test. Its input and output are open, but edits are
 /// only stored until the memory is connected.

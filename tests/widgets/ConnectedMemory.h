@@ -3,8 +3,8 @@
 #include "app/common/Constants.h"
 #include "device/CMemAPIProxy.h"
 #include "device/CMemAPIWrapper.h"
-#include "simulator/CSimulatedDevice.h"
-#include "simulator/CSimulatedSystem.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/transports/CSimulatedSystem.h"
 
 /// A device memory with the factory settings, and the device that it sends every edit to.
 class ConnectedMemory

@@ -1,9 +1,0 @@
-#pragma once
-
-#include "simulator/CTrafficLog.h"
-
-#include <QString>
-
-/// One line for one message: time in seconds, direction as the device sees it, bytes in hexadecimal, and words, such
-/// as "     12.345 received  F0 43 10 3E 18 05 02 01 F7  keep". Bytes beyond the first 64 are only counted.
-[[nodiscard]] QString trafficText(const Traffic& traffic);

@@ -1,0 +1,52 @@
+#include "simulator/console/CDeviceArguments.h"
+#include "simulator/console/CDeviceRunner.h"
+#include "simulator/device/CSimulatedDevice.h"
+#include "simulator/transports/CALSADeviceTransport.h"
+#include "simulator/transports/CRawMIDITransport.h"
+
+#include <unistd.h>
+
+namespace
+{
+constexpr int k_ok = 0;
+constexpr int k_failed = 1;
+constexpr int k_wrongArguments = 2;
+
+std::unique_ptr<CPolledTransport> createTransport(const DeviceArguments& arguments)
+{
+    if (arguments.port == DeviceArguments::Port::Raw)
+        return std::make_unique<CRawMIDITransport>(arguments.rawName);
+    return std::make_unique<CALSADeviceTransport>(arguments.cables);
+}
+
+int fail(int status, const QString& error)
+{
+    std::fprintf(stderr, "ktz-jx-device: %s\n", qPrintable(error));
+    return status;
+}
+
+int runDevice(const DeviceArguments& arguments)
+{
+    CSimulatedDevice device;
+    const std::unique_ptr<CPolledTransport> transport = createTransport(arguments);
+    const QString error = transport->open(device);
+    if (!error.isEmpty())
+        return fail(k_failed, error);
+    std::printf("ready: %s\n", qPrintable(transport->description()));
+    std::fflush(stdout);
+    CDeviceRunner runner(device, *transport, STDIN_FILENO, stdout, arguments.keepRunning);
+    return runner.run() ? k_ok : fail(k_failed, transport->description() + QStringLiteral(": gone"));
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const CDeviceArguments::Result parsed = CDeviceArguments::parse(QList<QByteArray>(argv + 1, argv + argc));
+    if (!parsed.error.isEmpty())
+        return fail(k_wrongArguments, parsed.error);
+    if (parsed.arguments.help) {
+        std::printf("%s", qPrintable(CDeviceArguments::help()));
+        return k_ok;
+    }
+    return runDevice(parsed.arguments);
+}
