@@ -1,8 +1,12 @@
 #include "midi/CCircularBuffer.h"
 
-#include "midi/InterlockedExchangeAdd.h"
-
 #include <algorithm>
+#include <atomic>
+
+long InterlockedExchangeAdd(long* target, long value)
+{
+    return std::atomic_ref(*target).fetch_add(value, std::memory_order_acq_rel);
+}
 
 CCircularBuffer::CCircularBuffer(bool recursive) : m_recursive(recursive) {}
 

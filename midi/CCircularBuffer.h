@@ -4,6 +4,11 @@
 
 #include <memory>
 
+/// Adds value to the integer that target points to, atomically, and returns what it was before. An add of 0 reads.
+///
+/// What a thread wrote before its add is seen by a thread whose later add finds the result.
+long InterlockedExchangeAdd(long* target, long value);
+
 /// Byte ring between the MIDI service's thread and the delivery thread.
 ///
 /// Units    every size, count and position is in bytes.

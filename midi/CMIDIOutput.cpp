@@ -1,7 +1,6 @@
 #include "midi/CMIDIOutput.h"
 
 #include <algorithm>
-#include <chrono>
 #include <thread>
 
 int CMIDIOutput::initialize()
@@ -32,6 +31,6 @@ bool CMIDIOutput::sendInPackets(const unsigned char* data, int size, const SendP
             return true;
         data += chunk;
         // Gives the device time to take a packet in before the next one.
-        std::this_thread::sleep_for(std::chrono::microseconds(k_packetPause));
+        std::this_thread::sleep_for(k_packetPause);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 
 /// An output port: sends whole messages, at once, on the caller's thread.
@@ -28,7 +29,7 @@ class CMIDIOutput
     /// Sends one message to the open destination, in packets of at most k_packetLimit bytes.
     ///
     /// data   borrowed for the call, not null.      size   bytes, at least 1.
-    /// Blocks k_packetPause microseconds between packets, none before the first or after the last.
+    /// Blocks k_packetPause between packets, none before the first or after the last.
     /// false, nothing sent: closed, not connected, null data, size 0.
     /// false, earlier packets already sent: the system refused a packet. There is no retry.
     [[nodiscard]] virtual bool sendMessage(const unsigned char* data, int size) = 0;
@@ -38,7 +39,7 @@ class CMIDIOutput
     void setMIDIConnection(bool connected);
 
     static constexpr int k_packetLimit = 256;
-    static constexpr int k_packetPause = 100;
+    static constexpr std::chrono::microseconds k_packetPause{100};
 
   protected:
     /// Hands one packet of 1 to k_packetLimit bytes, borrowed for the call, to the system. false: refused.

@@ -1,7 +1,6 @@
 #include "midi/CMIDIPort.h"
 
-#include "midi/MIDIPlatform.h"
-#include "midi/PortName.h"
+#include "app/common/Constants.h"
 
 int CMIDIPort::createInputPortList()
 {
@@ -39,6 +38,19 @@ int CMIDIPort::getTotalAvailableInputPorts() const
 int CMIDIPort::getTotalAvailableOutputPorts() const
 {
     return static_cast<int>(m_outputPortList.size());
+}
+
+QString CMIDIPort::getPortName(MIDIEndpoint endpoint, int index)
+{
+    if (endpoint == 0)
+        return {};
+    QString name = MIDIPlatform::endpointName(endpoint);
+    if (name.isNull())
+        name = QStringLiteral("Port #%1").arg(index);
+    QString device = MIDIPlatform::deviceName(endpoint);
+    if (device.isNull())
+        device = QStringLiteral("Unknown Device");
+    return name.contains(device, Qt::CaseSensitive) ? name : device + k_space + name;
 }
 
 QString CMIDIPort::getInputPortNameFromSystemByIndex(int index) const

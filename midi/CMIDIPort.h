@@ -1,5 +1,7 @@
 #pragma once
 
+#include "midi/MIDIPlatform.h"
+
 #include <QMap>
 #include <QString>
 
@@ -28,6 +30,13 @@ class CMIDIPort
     /// The ports in the list.
     [[nodiscard]] int getTotalAvailableInputPorts() const;
     [[nodiscard]] int getTotalAvailableOutputPorts() const;
+
+    /// The name under which the editor knows a port: "<device> <endpoint>", or the endpoint's name alone where that
+    /// already contains the device's.
+    ///
+    /// index   the port's place in its list; names an endpoint without a name ("Port #2").
+    /// Empty for the endpoint 0. A missing device is called "Unknown Device".
+    [[nodiscard]] static QString getPortName(MIDIEndpoint endpoint, int index);
 
     [[nodiscard]] QString getInputPortNameFromSystemByIndex(int index) const;
     [[nodiscard]] QString getOutputPortNameFromSystemByIndex(int index) const;

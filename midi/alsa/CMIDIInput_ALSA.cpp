@@ -3,13 +3,25 @@
 #include "midi/CCircularBuffer.h"
 #include "midi/alsa/CPortList_ALSA.h"
 
-#include <QMutex>
-#include <QThread>
-
 #include <cerrno>
 #include <poll.h>
+#include <pthread.h>
 #include <sys/eventfd.h>
+#include <system_error>
 #include <unistd.h>
+
+namespace
+{
+/// To the highest that the thread's policy has, as the delivery thread's is. With ordinary rights there is one for all.
+void raisePriority()
+{
+    int policy = 0;
+    sched_param parameters{};
+    pthread_getschedparam(pthread_self(), &policy, &parameters);
+    parameters.sched_priority = sched_get_priority_max(policy);
+    pthread_setschedparam(pthread_self(), policy, &parameters);
+}
+} // namespace
 
 CMIDIInput_ALSA::CMIDIInput_ALSA() = default;
 CMIDIInput_ALSA::~CMIDIInput_ALSA() = default;
@@ -30,9 +42,6 @@ int CMIDIInput_ALSA::createClient()
     if (status < 0)
         return status;
     status = openSequencer(&m_sequencer, SND_SEQ_OPEN_INPUT);
-    if (status < 0)
-        return status;
-    status = snd_seq_set_client_pool_input(m_sequencer.get(), k_queueCells);
     if (status < 0)
         return status;
     // As large as the queue, so that one read empties it.
@@ -64,7 +73,8 @@ bool CMIDIInput_ALSA::openPort(int index)
     const snd_seq_addr_t address = source->address;
     if (snd_seq_connect_from(m_sequencer.get(), m_port, address.client, address.port) < 0)
         return false;
-    startReading();
+    if (!startReading())
+        return false;
     setConnected(true);
     return true;
 }
@@ -86,26 +96,25 @@ void CMIDIInput_ALSA::readMessageFromBuffer(unsigned char* data, int* size)
     readRecord(data, size);
 }
 
-void CMIDIInput_ALSA::startReading()
-{
-    m_reader.reset(QThread::create([this] {
+bool CMIDIInput_ALSA::startReading()
+try {
+    m_reader = std::thread([this] {
+        raisePriority();
         if (!readEvents()) {
             noteEnd();
             wakeDelivery();
         }
-        QtTsan::futexRelease(this); // see stopReading()
-    }));
-    m_reader->start(QThread::TimeCriticalPriority);
+    });
+    return true;
+} catch (const std::system_error&) {
+    return false;
 }
 
 void CMIDIInput_ALSA::stopReading()
 {
-    if (m_reader) {
+    if (m_reader.joinable()) {
         eventfd_write(m_stopSignal, 1);
-        m_reader->wait();
-        // Qt's own library is built without ThreadSanitizer, which so cannot see that the thread has ended.
-        QtTsan::futexAcquire(this);
-        m_reader.reset();
+        m_reader.join();
     }
     if (m_stopSignal >= 0) {
         close(m_stopSignal);

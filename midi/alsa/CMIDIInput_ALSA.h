@@ -4,7 +4,7 @@
 #include "midi/alsa/ALSASequencer.h"
 #include "midi/alsa/CALSAEventDecoder.h"
 
-class QThread;
+#include <thread>
 
 /// An input port on the ALSA sequencer, with a client of its own.
 ///
@@ -25,15 +25,12 @@ class CMIDIInput_ALSA : public CMIDIInput
     void closePort() override;
     void readMessageFromBuffer(unsigned char* data, int* size) override;
 
-    /// Cells of the sequencer's queue for this client, the most that it gives: a message of 11 bytes takes two.
-    static constexpr int k_queueCells = 2000;
-
     /// Errors in a row after which reading has ended.
     static constexpr int k_readAttempts = 8;
 
   private:
     [[nodiscard]] int createClient();
-    void startReading();
+    [[nodiscard]] bool startReading(); ///< false: the system gives no more threads
     void stopReading();
 
     /// What the reading thread does until it is stopped. false: reading has failed for good.
@@ -47,5 +44,5 @@ class CMIDIInput_ALSA : public CMIDIInput
     CALSAEventDecoder m_decoder;
     int m_port = -1;
     int m_stopSignal = -1; // an eventfd while the port is open
-    std::unique_ptr<QThread> m_reader;
+    std::thread m_reader;  // joinable while the port is open
 };

@@ -1,35 +1,11 @@
 #include "midi/MIDIPlatform.h"
 
-#include "midi/mac/CFStringToQString.h"
 #include "midi/mac/CMIDIInput_Mac.h"
 #include "midi/mac/CMIDIOutput_Mac.h"
-
-#include <CoreMIDI/CoreMIDI.h>
-
-#include <QList>
+#include "midi/mac/CPortList_Mac.h"
 
 namespace
 {
-QList<MIDIEndpoint>& sources()
-{
-    static QList<MIDIEndpoint> endpoints{};
-    return endpoints;
-}
-
-QList<MIDIEndpoint>& destinations()
-{
-    static QList<MIDIEndpoint> endpoints{};
-    return endpoints;
-}
-
-int list(QList<MIDIEndpoint>* endpoints, ItemCount count, MIDIEndpointRef (*endpoint)(ItemCount))
-{
-    endpoints->clear();
-    for (ItemCount i = 0; i < count; ++i)
-        endpoints->append(endpoint(i));
-    return static_cast<int>(count);
-}
-
 // The object's kMIDIPropertyName; a null string when it has none.
 QString nameOf(MIDIObjectRef object)
 {
@@ -44,32 +20,32 @@ QString nameOf(MIDIObjectRef object)
 
 int MIDIPlatform::listSources()
 {
-    return list(&sources(), MIDIGetNumberOfSources(), MIDIGetSource);
+    return CPortList_Mac::sources().refresh();
 }
 
 int MIDIPlatform::listDestinations()
 {
-    return list(&destinations(), MIDIGetNumberOfDestinations(), MIDIGetDestination);
+    return CPortList_Mac::destinations().refresh();
 }
 
 int MIDIPlatform::sourceCount()
 {
-    return static_cast<int>(MIDIGetNumberOfSources());
+    return CPortList_Mac::sources().count();
 }
 
 int MIDIPlatform::destinationCount()
 {
-    return static_cast<int>(MIDIGetNumberOfDestinations());
+    return CPortList_Mac::destinations().count();
 }
 
 MIDIEndpoint MIDIPlatform::source(int index)
 {
-    return sources().value(index);
+    return CPortList_Mac::sources().at(index);
 }
 
 MIDIEndpoint MIDIPlatform::destination(int index)
 {
-    return destinations().value(index);
+    return CPortList_Mac::destinations().at(index);
 }
 
 QString MIDIPlatform::endpointName(MIDIEndpoint endpoint)

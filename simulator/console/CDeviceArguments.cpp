@@ -3,56 +3,80 @@
 #include "simulator/console/CCommandParser.h"
 #include "simulator/device/PrintableText.h"
 
+#include <QCommandLineParser>
+
 namespace
 {
+const QString k_alsa = QStringLiteral("alsa");
+const QString k_cables = QStringLiteral("cables");
+const QString k_raw = QStringLiteral("raw");
+const QString k_keepRunning = QStringLiteral("keep-running");
+const QString k_help = QStringLiteral("help");
+
+void describe(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(QStringLiteral("A KTZ-JX as software, for the editor to find."));
+    parser.addOptions({
+        {k_alsa, QStringLiteral("As a client of the ALSA sequencer; what it does without options.")},
+        {k_cables, QStringLiteral("With so many ports there, 1 to 3 (3), of which the last is the editor's."),
+         QStringLiteral("N")},
+        {k_raw, QStringLiteral("At a raw MIDI device, such as the far end of a USB gadget: hw:0,0,2."),
+         QStringLiteral("DEVICE")},
+        {k_keepRunning, QStringLiteral("Goes on when standard input has ended.")},
+        {{QStringLiteral("h"), k_help}, QStringLiteral("Shows this text.")},
+    });
+}
+
 CDeviceArguments::Result refusal(const QString& error)
 {
     return {{}, error};
 }
+
+CDeviceArguments::Result unknown(const QString& argument)
+{
+    return refusal(QStringLiteral("unknown argument \"%1\"; --help lists them").arg(printableText(argument.toUtf8())));
+}
 } // namespace
 
-CDeviceArguments::Result CDeviceArguments::parse(const QList<QByteArray>& arguments)
+CDeviceArguments::Result CDeviceArguments::parse(const QStringList& arguments)
 {
-    Result result;
-    bool alsa = false;
-    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-        if (*argument == "--help" || *argument == "-h") {
-            result.arguments.help = true;
-        } else if (*argument == "--alsa") {
-            alsa = true;
-        } else if (*argument == "--cables") {
-            const QByteArray number = ++argument == arguments.end() ? QByteArray() : *argument;
-            if (number.size() != 1 || number[0] < '1' || number[0] > '3')
-                return refusal(QStringLiteral("--cables needs a number from 1 to 3"));
-            result.arguments.cables = number[0] - '0';
-        } else if (*argument == "--keep-running") {
-            result.arguments.keepRunning = true;
-        } else if (*argument == "--raw") {
-            if (++argument == arguments.end() || !argument->startsWith("hw:"))
-                return refusal(QStringLiteral("--raw needs a raw MIDI device, such as hw:0,0,2"));
-            result.arguments.port = DeviceArguments::Port::Raw;
-            result.arguments.rawName = *argument;
-        } else {
-            return refusal(QStringLiteral("unknown argument \"%1\"; --help lists them").arg(printableText(*argument)));
-        }
+    QCommandLineParser parser;
+    describe(parser);
+    // An option without its value is set and empty.
+    parser.parse(QStringList(QString()) + arguments);
+    if (!parser.unknownOptionNames().isEmpty()) {
+        const QString name = parser.unknownOptionNames().constFirst();
+        return unknown((name.size() > 1 ? QStringLiteral("--") : QStringLiteral("-")) + name);
     }
-    if (alsa && result.arguments.port == DeviceArguments::Port::Raw)
-        return refusal(QStringLiteral("--alsa and --raw exclude each other"));
+    if (!parser.positionalArguments().isEmpty())
+        return unknown(parser.positionalArguments().constFirst());
+
+    Result result;
+    if (parser.isSet(k_cables)) {
+        const QString cables = parser.value(k_cables);
+        if (cables.size() != 1 || cables[0] < u'1' || cables[0] > u'3')
+            return refusal(QStringLiteral("--cables needs a number from 1 to 3"));
+        result.arguments.cables = cables.toInt();
+    }
+    if (parser.isSet(k_raw)) {
+        if (!parser.value(k_raw).startsWith(QStringLiteral("hw:")))
+            return refusal(QStringLiteral("--raw needs a raw MIDI device, such as hw:0,0,2"));
+        if (parser.isSet(k_alsa))
+            return refusal(QStringLiteral("--alsa and --raw exclude each other"));
+        result.arguments.port = DeviceArguments::Port::Raw;
+        result.arguments.rawName = parser.value(k_raw).toUtf8();
+    }
+    result.arguments.keepRunning = parser.isSet(k_keepRunning);
+    result.arguments.help = parser.isSet(k_help);
     return result;
 }
 
 QString CDeviceArguments::help()
 {
-    return QStringLiteral("ktz-jx-device [--alsa [--cables N] | --raw hw:CARD,DEVICE,SUBDEVICE] [--keep-running]\n"
-                          "A KTZ-JX as software, for the editor to find.\n"
-                          "\n"
-                          "  --alsa           as a client of the ALSA sequencer (what it does without arguments)\n"
-                          "  --cables N       with N ports there, 1 to 3, of which the last is the editor's (3)\n"
-                          "  --raw DEVICE     at a raw MIDI device, such as the far end of a USB gadget\n"
-                          "  --keep-running   goes on when standard input has ended\n"
-                          "  --help           shows this text\n"
-                          "\n"
-                          "It prints every message with its time in seconds, and takes commands on standard input:\n"
-                          "\n") +
+    QCommandLineParser parser;
+    describe(parser);
+    return parser.helpText() +
+           QStringLiteral(
+               "\nIt prints every message with its time in seconds, and takes commands on standard input:\n\n") +
            CCommandParser::help();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QList>
-#include <QString>
+#include <QStringList>
 
 /// The command line of the command-line device.
 struct DeviceArguments
@@ -30,8 +29,8 @@ class CDeviceArguments
     };
 
     /// arguments   without the program's name.
-    [[nodiscard]] static Result parse(const QList<QByteArray>& arguments);
+    [[nodiscard]] static Result parse(const QStringList& arguments);
 
-    /// What the program does and takes, for the user.
+    /// What the program does and takes, for the user. There has to be an application object.
     [[nodiscard]] static QString help();
 };

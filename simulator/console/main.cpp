@@ -4,6 +4,8 @@
 #include "simulator/transports/CALSADeviceTransport.h"
 #include "simulator/transports/CRawMIDITransport.h"
 
+#include <QCoreApplication>
+
 #include <unistd.h>
 
 namespace
@@ -41,7 +43,8 @@ int runDevice(const DeviceArguments& arguments)
 
 int main(int argc, char** argv)
 {
-    const CDeviceArguments::Result parsed = CDeviceArguments::parse(QList<QByteArray>(argv + 1, argv + argc));
+    const QCoreApplication application(argc, argv);
+    const CDeviceArguments::Result parsed = CDeviceArguments::parse(QCoreApplication::arguments().mid(1));
     if (!parsed.error.isEmpty())
         return fail(k_wrongArguments, parsed.error);
     if (parsed.arguments.help) {

@@ -4,25 +4,16 @@
 #include "simulator/device/CSimulatedDevice.h"
 #include "simulator/transports/ALSAError.h"
 
-#include <algorithm>
-#include <array>
-
 namespace
 {
-constexpr size_t k_coderBuffer = 4096;
-constexpr size_t k_queueCells = 2000; // the kernel's largest; the default loses everything after 100 messages
+constexpr size_t k_encoderBuffer = 4096;
 constexpr unsigned k_portRights =
     SND_SEQ_PORT_CAP_READ | SND_SEQ_PORT_CAP_WRITE | SND_SEQ_PORT_CAP_SUBS_READ | SND_SEQ_PORT_CAP_SUBS_WRITE;
 } // namespace
 
-void CALSADeviceTransport::Closer::operator()(snd_seq_t* sequencer) const
+void CALSADeviceTransport::Closer::operator()(snd_midi_event_t* encoder) const
 {
-    snd_seq_close(sequencer);
-}
-
-void CALSADeviceTransport::Closer::operator()(snd_midi_event_t* coder) const
-{
-    snd_midi_event_free(coder);
+    snd_midi_event_free(encoder);
 }
 
 CALSADeviceTransport::CALSADeviceTransport(int cables) : m_ports(static_cast<size_t>(cables)) {}
@@ -35,7 +26,6 @@ CALSADeviceTransport::~CALSADeviceTransport()
 
 QString CALSADeviceTransport::open(CSimulatedDevice& device)
 {
-    silenceALSA();
     QString error = createClient();
     if (error.isEmpty())
         error = createPorts();
@@ -76,9 +66,9 @@ bool CALSADeviceTransport::process()
             return true;
         if (status < 0)
             return false;
-        const QByteArray bytes = bytesOf(*event);
-        if (event->dest.port == m_ports.back() && !bytes.isEmpty())
-            m_device->receive(bytes);
+        const std::span<const unsigned char> bytes = m_decoder.decode(*event);
+        if (event->dest.port == m_ports.back() && !bytes.empty())
+            m_device->receive(QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size())));
     }
     return true;
 }
@@ -90,7 +80,7 @@ void CALSADeviceTransport::deviceSent(CSimulatedDevice&, const QByteArray& packe
     while (left > 0) {
         snd_seq_event_t event;
         snd_seq_ev_clear(&event);
-        const long taken = snd_midi_event_encode(m_coder.get(), bytes, left, &event);
+        const long taken = snd_midi_event_encode(m_encoder.get(), bytes, left, &event);
         if (taken <= 0)
             return;
         if (event.type != SND_SEQ_EVENT_NONE)
@@ -108,22 +98,16 @@ void CALSADeviceTransport::deviceUnplugged(CSimulatedDevice&)
 
 QString CALSADeviceTransport::createClient()
 {
-    snd_seq_t* sequencer = nullptr;
-    int status = snd_seq_open(&sequencer, "default", SND_SEQ_OPEN_DUPLEX, SND_SEQ_NONBLOCK);
+    int status = openSequencer(&m_sequencer, SND_SEQ_OPEN_DUPLEX, qPrintable(k_jxPortName));
     if (status < 0)
         return alsaError("cannot open the ALSA sequencer", status);
-    m_sequencer.reset(sequencer);
-    snd_midi_event_t* coder = nullptr;
-    status = snd_midi_event_new(k_coderBuffer, &coder);
-    if (status < 0)
-        return alsaError("cannot create an ALSA MIDI coder", status);
-    m_coder.reset(coder);
-    snd_midi_event_no_status(coder, 1);
-    status = snd_seq_set_client_name(sequencer, qPrintable(k_jxPortName));
-    if (status < 0)
-        return alsaError("cannot name the ALSA client", status);
-    status = snd_seq_set_client_pool_input(sequencer, k_queueCells);
-    return status < 0 ? alsaError("cannot enlarge the ALSA input queue", status) : QString();
+    snd_midi_event_t* encoder = nullptr;
+    status = snd_midi_event_new(k_encoderBuffer, &encoder);
+    if (status >= 0) {
+        m_encoder.reset(encoder);
+        status = m_decoder.initialize();
+    }
+    return status < 0 ? alsaError("cannot create an ALSA MIDI coder", status) : QString();
 }
 
 QString CALSADeviceTransport::createPorts()
@@ -137,15 +121,6 @@ QString CALSADeviceTransport::createPorts()
         m_ports.at(i) = port;
     }
     return {};
-}
-
-QByteArray CALSADeviceTransport::bytesOf(const snd_seq_event_t& event)
-{
-    if (event.type == SND_SEQ_EVENT_SYSEX)
-        return {static_cast<const char*>(event.data.ext.ptr), static_cast<qsizetype>(event.data.ext.len)};
-    std::array<unsigned char, 16> bytes = {};
-    const long size = snd_midi_event_decode(m_coder.get(), bytes.data(), static_cast<long>(bytes.size()), &event);
-    return {reinterpret_cast<const char*>(bytes.data()), std::max(size, 0L)};
 }
 
 void CALSADeviceTransport::sendEvent(snd_seq_event_t& event)

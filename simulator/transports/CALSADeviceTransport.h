@@ -1,8 +1,8 @@
 #pragma once
 
+#include "midi/alsa/ALSASequencer.h"
+#include "midi/alsa/CALSAEventDecoder.h"
 #include "simulator/transports/CPolledTransport.h"
-
-#include <alsa/asoundlib.h>
 
 #include <memory>
 #include <vector>
@@ -27,17 +27,16 @@ class CALSADeviceTransport : public CPolledTransport
   private:
     struct Closer
     {
-        void operator()(snd_seq_t* sequencer) const;
-        void operator()(snd_midi_event_t* coder) const;
+        void operator()(snd_midi_event_t* encoder) const;
     };
 
     [[nodiscard]] QString createClient();
     [[nodiscard]] QString createPorts();
-    [[nodiscard]] QByteArray bytesOf(const snd_seq_event_t& event);
     void sendEvent(snd_seq_event_t& event);
 
     CSimulatedDevice* m_device = nullptr;
-    std::unique_ptr<snd_seq_t, Closer> m_sequencer;
-    std::unique_ptr<snd_midi_event_t, Closer> m_coder;
+    ALSASequencer m_sequencer;
+    CALSAEventDecoder m_decoder;
+    std::unique_ptr<snd_midi_event_t, Closer> m_encoder;
     std::vector<int> m_ports;
 };

@@ -2,10 +2,6 @@
 
 #include "simulator/transports/CSimulatedSystem.h"
 
-#include <QThread>
-
-#include <algorithm>
-
 bool CMIDIOutput_Simulated::openPort(int index)
 {
     if (m_destination != 0)
@@ -26,15 +22,10 @@ void CMIDIOutput_Simulated::closePort()
 
 bool CMIDIOutput_Simulated::sendMessage(const unsigned char* data, int size)
 {
-    if (m_destination == 0 || !isMIDIConnect() || !data || size <= 0)
+    if (m_destination == 0)
         return false;
-    for (int position = 0; position < size; position += k_packetLimit) {
-        if (position > 0)
-            QThread::usleep(k_packetPause);
-        const QByteArray packet(reinterpret_cast<const char*>(data) + position,
-                                std::min(size - position, k_packetLimit));
-        if (!CSimulatedSystem::instance().send(m_destination, packet))
-            return false;
-    }
-    return true;
+    return sendInPackets(data, size, [this](const unsigned char* packet, int packetSize) {
+        return CSimulatedSystem::instance().send(m_destination,
+                                                 QByteArray(reinterpret_cast<const char*>(packet), packetSize));
+    });
 }

@@ -1,5 +1,6 @@
 #include "simulator/transports/CRawMIDITransport.h"
 
+#include "midi/alsa/ALSASequencer.h"
 #include "simulator/device/CSimulatedDevice.h"
 #include "simulator/device/PrintableText.h"
 #include "simulator/transports/ALSAError.h"

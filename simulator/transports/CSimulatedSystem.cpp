@@ -70,8 +70,6 @@ void CSimulatedSystem::reset()
     for (CSimulatedDevice* device : devices)
         device->unplug();
     m_ports.clear();
-    m_sourceList.clear();
-    m_destinationList.clear();
     m_packets.clear();
     m_opensToRefuse = 0;
 }
@@ -114,42 +112,15 @@ void CSimulatedSystem::clearPackets()
     m_packets.clear();
 }
 
-int CSimulatedSystem::listSources()
+QList<MIDIEndpoint> CSimulatedSystem::endpoints(bool sources) const
 {
     const std::scoped_lock lock(m_mutex);
-    m_sourceList = endpoints(true);
-    return static_cast<int>(m_sourceList.size());
-}
-
-int CSimulatedSystem::listDestinations()
-{
-    const std::scoped_lock lock(m_mutex);
-    m_destinationList = endpoints(false);
-    return static_cast<int>(m_destinationList.size());
-}
-
-int CSimulatedSystem::sourceCount() const
-{
-    const std::scoped_lock lock(m_mutex);
-    return static_cast<int>(endpoints(true).size());
-}
-
-int CSimulatedSystem::destinationCount() const
-{
-    const std::scoped_lock lock(m_mutex);
-    return static_cast<int>(endpoints(false).size());
-}
-
-MIDIEndpoint CSimulatedSystem::source(int index) const
-{
-    const std::scoped_lock lock(m_mutex);
-    return m_sourceList.value(index, 0);
-}
-
-MIDIEndpoint CSimulatedSystem::destination(int index) const
-{
-    const std::scoped_lock lock(m_mutex);
-    return m_destinationList.value(index, 0);
+    QList<MIDIEndpoint> list;
+    for (const Port& port : m_ports) {
+        if (port.isSource == sources)
+            list += port.endpoint;
+    }
+    return list;
 }
 
 QString CSimulatedSystem::endpointName(MIDIEndpoint endpoint) const
@@ -231,16 +202,6 @@ const CSimulatedSystem::Port* CSimulatedSystem::find(MIDIEndpoint endpoint) cons
     const auto found = std::find_if(m_ports.begin(), m_ports.end(),
                                     [endpoint](const Port& port) { return port.endpoint == endpoint; });
     return found == m_ports.end() ? nullptr : &*found;
-}
-
-QList<MIDIEndpoint> CSimulatedSystem::endpoints(bool sources) const
-{
-    QList<MIDIEndpoint> list;
-    for (const Port& port : m_ports) {
-        if (port.isSource == sources)
-            list += port.endpoint;
-    }
-    return list;
 }
 
 bool CSimulatedSystem::takeOpen(MIDIEndpoint endpoint, bool isSource)

@@ -69,13 +69,8 @@ class CSimulatedSystem : public CDeviceTransport
     void clearPackets();
     static constexpr int k_packetLimit = 100'000;
 
-    // What MIDIPlatform.h promises; see there.
-    [[nodiscard]] int listSources();
-    [[nodiscard]] int listDestinations();
-    [[nodiscard]] int sourceCount() const;
-    [[nodiscard]] int destinationCount() const;
-    [[nodiscard]] MIDIEndpoint source(int index) const;
-    [[nodiscard]] MIDIEndpoint destination(int index) const;
+    /// The ports of now: the sources, or else the destinations; and their names, as MIDIPlatform.h has them.
+    [[nodiscard]] QList<MIDIEndpoint> endpoints(bool sources) const;
     [[nodiscard]] QString endpointName(MIDIEndpoint endpoint) const;
     [[nodiscard]] QString deviceName(MIDIEndpoint endpoint) const;
 
@@ -102,14 +97,11 @@ class CSimulatedSystem : public CDeviceTransport
     CSimulatedSystem() = default;
     MIDIEndpoint addPort(Port port);
     [[nodiscard]] const Port* find(MIDIEndpoint endpoint) const;
-    [[nodiscard]] QList<MIDIEndpoint> endpoints(bool sources) const;
     [[nodiscard]] bool takeOpen(MIDIEndpoint endpoint, bool isSource);
 
     CSendGate m_sendGate; ///< never entered with the lock held
     mutable CRecursiveMutex m_mutex;
     QList<Port> m_ports;
-    QList<MIDIEndpoint> m_sourceList;
-    QList<MIDIEndpoint> m_destinationList;
     MIDIEndpoint m_lastEndpoint = 0; ///< never used twice, so that an old endpoint cannot mean a new port
     std::map<CMIDIInput_Simulated*, MIDIEndpoint> m_inputs;
     std::deque<SentPacket> m_packets;

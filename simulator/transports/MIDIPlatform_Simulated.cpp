@@ -1,38 +1,39 @@
 #include "midi/MIDIPlatform.h"
 #include "simulator/transports/CMIDIInput_Simulated.h"
 #include "simulator/transports/CMIDIOutput_Simulated.h"
+#include "simulator/transports/CPortList_Simulated.h"
 #include "simulator/transports/CSimulatedSystem.h"
 
 namespace MIDIPlatform
 {
 int listSources()
 {
-    return CSimulatedSystem::instance().listSources();
+    return CPortList_Simulated::sources().refresh();
 }
 
 int listDestinations()
 {
-    return CSimulatedSystem::instance().listDestinations();
+    return CPortList_Simulated::destinations().refresh();
 }
 
 int sourceCount()
 {
-    return CSimulatedSystem::instance().sourceCount();
+    return CPortList_Simulated::sources().count();
 }
 
 int destinationCount()
 {
-    return CSimulatedSystem::instance().destinationCount();
+    return CPortList_Simulated::destinations().count();
 }
 
 MIDIEndpoint source(int index)
 {
-    return CSimulatedSystem::instance().source(index);
+    return CPortList_Simulated::sources().at(index);
 }
 
 MIDIEndpoint destination(int index)
 {
-    return CSimulatedSystem::instance().destination(index);
+    return CPortList_Simulated::destinations().at(index);
 }
 
 QString endpointName(MIDIEndpoint endpoint)

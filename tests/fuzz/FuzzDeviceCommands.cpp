@@ -22,18 +22,19 @@ bool isOneLine(const QString& text)
     return std::ranges::all_of(text, [](QChar c) { return c >= u' ' && c <= u'~'; });
 }
 
-QList<QByteArray> takeArguments(CFuzzInput& input)
+QStringList takeArguments(CFuzzInput& input)
 {
-    QList<QByteArray> arguments;
+    QStringList arguments;
     for (int count = input.byte() % 8; count > 0; --count) {
-        arguments.append(QByteArray());
+        QByteArray argument;
         while (const int byte = input.byte())
-            arguments.last() += static_cast<char>(byte);
+            argument += static_cast<char>(byte);
+        arguments.append(QString::fromLocal8Bit(argument));
     }
     return arguments;
 }
 
-void checkArguments(const QList<QByteArray>& arguments)
+void checkArguments(const QStringList& arguments)
 {
     const CDeviceArguments::Result result = CDeviceArguments::parse(arguments);
     const bool isRaw = result.arguments.port == DeviceArguments::Port::Raw;
@@ -42,11 +43,10 @@ void checkArguments(const QList<QByteArray>& arguments)
         require(!arguments.isEmpty(), "no arguments are none to complain of");
         return;
     }
-    require(isRaw == result.arguments.rawName.startsWith("hw:"), "a raw device and nothing else has a name");
-    require(!isRaw || arguments.contains(result.arguments.rawName), "the name is one that was given");
-    require(isRaw == arguments.contains("--raw"), "a raw device is used when one was asked for");
-    require(result.arguments.keepRunning == arguments.contains("--keep-running"), "--keep-running is heard");
-    require(result.arguments.help == (arguments.contains("--help") || arguments.contains("-h")), "--help is heard");
+    const QByteArray& name = result.arguments.rawName;
+    require(isRaw == name.startsWith("hw:"), "a raw device and nothing else has a name");
+    require(!isRaw || arguments.join(u' ').contains(QString::fromUtf8(name)), "the name is one that was given");
+    require(result.arguments.cables >= 1 && result.arguments.cables <= 3, "there are one to three cables");
 }
 
 /// The command as its user would type it, for those that take numbers or bytes.

@@ -1,1 +1,1 @@
-#include "midi/PortName.h"
+#include "midi/CMIDIPort.h"

@@ -17,7 +17,7 @@ MAY_INCLUDE = {
     "midi/alsa": ["midi", "app/common"],
     "midi/mac": ["midi", "app/common"],
     "simulator/device": ["app/common"],
-    "simulator/transports": ["simulator/device", "midi", "app/common"],
+    "simulator/transports": ["simulator/device", "midi/alsa", "midi", "app/common"],
     "simulator/panel": ["simulator/device"],
     "simulator/console": ["simulator/device", "simulator/transports"],
     "device": ["midi", "app/common"],

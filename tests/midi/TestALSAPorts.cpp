@@ -3,7 +3,6 @@
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
 #include "midi/MIDIPlatform.h"
-#include "midi/PortName.h"
 #include "tests/fakes/alsa/FakeALSA.h"
 #include "tests/support/CTestCase.h"
 
@@ -25,7 +24,7 @@ QStringList sourceNames()
     QStringList names;
     const int count = MIDIPlatform::listSources();
     for (int i = 0; i < count; ++i)
-        names.append(getPortName(MIDIPlatform::source(i), i));
+        names.append(CMIDIPort::getPortName(MIDIPlatform::source(i), i));
     return names;
 }
 
@@ -34,7 +33,7 @@ QStringList destinationNames()
     QStringList names;
     const int count = MIDIPlatform::listDestinations();
     for (int i = 0; i < count; ++i)
-        names.append(getPortName(MIDIPlatform::destination(i), i));
+        names.append(CMIDIPort::getPortName(MIDIPlatform::destination(i), i));
     return names;
 }
 } // namespace
@@ -290,7 +289,7 @@ void TestALSAPorts::indexKeepsItsPortUntilTheNextList()
     FakeALSA::removeClient(early);
     addDevice("Other");
     QCOMPARE(MIDIPlatform::destination(3), endpoint);
-    QCOMPARE(getPortName(endpoint, 3), k_jxEditorPortName);
+    QCOMPARE(CMIDIPort::getPortName(endpoint, 3), k_jxEditorPortName);
     const auto output = MIDIPlatform::createOutput();
     QCOMPARE(output->initialize(), 0);
     QVERIFY(output->openPort(3));

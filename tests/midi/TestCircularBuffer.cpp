@@ -1,5 +1,4 @@
 #include "midi/CCircularBuffer.h"
-#include "midi/InterlockedExchangeAdd.h"
 #include "tests/support/CTestCase.h"
 
 #include <atomic>

@@ -1,6 +1,5 @@
 #include "app/common/Constants.h"
 #include "midi/CMIDIPortWrapper.h"
-#include "midi/PortName.h"
 #include "tests/fakes/FakeMIDIPlatform.h"
 #include "tests/support/CTestCase.h"
 
@@ -83,12 +82,12 @@ void TestMIDIPort::namingRule()
     QFETCH(QString, endpoint);
     QFETCH(int, index);
     g_sources = {{device, endpoint}};
-    QTEST(getPortName(MIDIPlatform::source(0), index), "name");
+    QTEST(CMIDIPort::getPortName(MIDIPlatform::source(0), index), "name");
 }
 
 void TestMIDIPort::endpointZeroHasAnEmptyName()
 {
-    QCOMPARE(getPortName(0, 3), QString());
+    QCOMPARE(CMIDIPort::getPortName(0, 3), QString());
 }
 
 void TestMIDIPort::namesFromTheSystemByIndex()

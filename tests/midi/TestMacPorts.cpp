@@ -2,8 +2,7 @@
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
 #include "midi/MIDIPlatform.h"
-#include "midi/PortName.h"
-#include "midi/mac/CFStringToQString.h"
+#include "midi/mac/CPortList_Mac.h"
 #include "tests/fakes/coremidi/CFakeCoreMIDI.h"
 #include "tests/support/CTestCase.h"
 
@@ -103,7 +102,7 @@ void TestMacPorts::namesPorts()
     QFETCH(QByteArray, endpoint);
     QFETCH(QByteArray, device);
     m_fake->hideDirectPointers();
-    QTEST(getPortName(m_fake->addSource(endpoint, device), 2), "name");
+    QTEST(CMIDIPort::getPortName(m_fake->addSource(endpoint, device), 2), "name");
 }
 
 void TestMacPorts::namesPortsWhenACallFails_data()
@@ -125,13 +124,13 @@ void TestMacPorts::namesPortsWhenACallFails()
     QFETCH(int, n);
     const MIDIEndpointRef source = m_fake->addSource("Port3", "Trellwick KTZ-JX");
     m_fake->failCall(call, n);
-    QTEST(getPortName(source, 7), "name");
+    QTEST(CMIDIPort::getPortName(source, 7), "name");
 }
 
 void TestMacPorts::namingAsksInOrder()
 {
     const MIDIEndpointRef source = m_fake->addSource("Port3", "Trellwick KTZ-JX");
-    QCOMPARE(getPortName(source, 0), QString("Trellwick KTZ-JX Port3"));
+    QCOMPARE(CMIDIPort::getPortName(source, 0), QString("Trellwick KTZ-JX Port3"));
     const QStringList expected{"MIDIObjectGetStringProperty(301, name)", "MIDIEndpointGetEntity(301)",
                                "MIDIEntityGetDevice(501)", "MIDIObjectGetStringProperty(601, name)"};
     QCOMPARE(m_fake->takeCalls(), expected);
@@ -139,7 +138,7 @@ void TestMacPorts::namingAsksInOrder()
 
 void TestMacPorts::aMissingEndpointHasNoName()
 {
-    QCOMPARE(getPortName(0, 2), QString());
+    QCOMPARE(CMIDIPort::getPortName(0, 2), QString());
     QCOMPARE(m_fake->takeCalls(), QStringList());
 }
 

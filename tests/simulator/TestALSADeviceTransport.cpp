@@ -167,9 +167,10 @@ void TestALSADeviceTransport::everyFailureToOpenGivesOneLine_data()
     QTest::addColumn<QString>("error");
     QTest::newRow("no sequencer") << QByteArray("snd_seq_open") << "cannot open the ALSA sequencer: No such device";
     QTest::newRow("no coder") << QByteArray("snd_midi_event_new") << "cannot create an ALSA MIDI coder: No such device";
-    QTest::newRow("no name") << QByteArray("snd_seq_set_client_name") << "cannot name the ALSA client: No such device";
+    QTest::newRow("no name") << QByteArray("snd_seq_set_client_name")
+                             << "cannot open the ALSA sequencer: No such device";
     QTest::newRow("no larger queue") << QByteArray("snd_seq_set_client_pool_input")
-                                     << "cannot enlarge the ALSA input queue: No such device";
+                                     << "cannot open the ALSA sequencer: No such device";
     QTest::newRow("no port") << QByteArray("snd_seq_create_simple_port")
                              << "cannot create an ALSA port: No such device";
 }

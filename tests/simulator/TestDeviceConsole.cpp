@@ -65,26 +65,25 @@ void TestDeviceConsole::messageIsOneLine()
 void TestDeviceConsole::argumentsAreUnderstood_data()
 {
     using Port = DeviceArguments::Port;
-    QTest::addColumn<QList<QByteArray>>("arguments");
+    QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<Port>("port");
     QTest::addColumn<QByteArray>("rawName");
     QTest::addColumn<bool>("keepRunning");
     QTest::addColumn<bool>("help");
-    QTest::newRow("none") << QList<QByteArray>() << Port::Alsa << QByteArray() << false << false;
-    QTest::newRow("--alsa") << QList<QByteArray>{"--alsa"} << Port::Alsa << QByteArray() << false << false;
-    QTest::newRow("--raw") << QList<QByteArray>{"--raw", "hw:0,0,2"} << Port::Raw << QByteArray("hw:0,0,2") << false
-                           << false;
-    QTest::newRow("--keep-running") << QList<QByteArray>{"--keep-running"} << Port::Alsa << QByteArray() << true
-                                    << false;
-    QTest::newRow("--raw --keep-running") << QList<QByteArray>{"--raw", "hw:f_midi,0,2", "--keep-running"} << Port::Raw
+    QTest::newRow("none") << QStringList() << Port::Alsa << QByteArray() << false << false;
+    QTest::newRow("--alsa") << QStringList{"--alsa"} << Port::Alsa << QByteArray() << false << false;
+    QTest::newRow("--raw") << QStringList{"--raw", "hw:0,0,2"} << Port::Raw << QByteArray("hw:0,0,2") << false << false;
+    QTest::newRow("--keep-running") << QStringList{"--keep-running"} << Port::Alsa << QByteArray() << true << false;
+    QTest::newRow("--raw --keep-running") << QStringList{"--raw", "hw:f_midi,0,2", "--keep-running"} << Port::Raw
                                           << QByteArray("hw:f_midi,0,2") << true << false;
-    QTest::newRow("--help") << QList<QByteArray>{"--help"} << Port::Alsa << QByteArray() << false << true;
-    QTest::newRow("-h") << QList<QByteArray>{"-h"} << Port::Alsa << QByteArray() << false << true;
+    QTest::newRow("--help") << QStringList{"--help"} << Port::Alsa << QByteArray() << false << true;
+    QTest::newRow("--raw=") << QStringList{"--raw=hw:1"} << Port::Raw << QByteArray("hw:1") << false << false;
+    QTest::newRow("-h") << QStringList{"-h"} << Port::Alsa << QByteArray() << false << true;
 }
 
 void TestDeviceConsole::argumentsAreUnderstood()
 {
-    QFETCH(QList<QByteArray>, arguments);
+    QFETCH(QStringList, arguments);
     QFETCH(DeviceArguments::Port, port);
     QFETCH(QByteArray, rawName);
     QFETCH(bool, keepRunning);
@@ -106,25 +105,24 @@ void TestDeviceConsole::cablesAreThreeOrAsManyAsAsked()
 
 void TestDeviceConsole::wrongArgumentsAreRefusedInOneLine_data()
 {
-    QTest::addColumn<QList<QByteArray>>("arguments");
+    QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("error");
     const QString raw = QStringLiteral("--raw needs a raw MIDI device, such as hw:0,0,2");
-    QTest::newRow("unknown") << QList<QByteArray>{"--usb"} << "unknown argument \"--usb\"; --help lists them";
-    QTest::newRow("a file") << QList<QByteArray>{"a\nb.CJX"} << "unknown argument \"a?b.CJX\"; --help lists them";
-    QTest::newRow("empty") << QList<QByteArray>{""} << "unknown argument \"\"; --help lists them";
-    QTest::newRow("--raw alone") << QList<QByteArray>{"--raw"} << raw;
-    QTest::newRow("--raw with another argument") << QList<QByteArray>{"--raw", "--keep-running"} << raw;
+    QTest::newRow("unknown") << QStringList{"--usb"} << "unknown argument \"--usb\"; --help lists them";
+    QTest::newRow("a file") << QStringList{"a\nb.CJX"} << "unknown argument \"a?b.CJX\"; --help lists them";
+    QTest::newRow("empty") << QStringList{""} << "unknown argument \"\"; --help lists them";
+    QTest::newRow("--raw alone") << QStringList{"--raw"} << raw;
+    QTest::newRow("--raw with another argument") << QStringList{"--raw", "--keep-running"} << raw;
     const QString cables = QStringLiteral("--cables needs a number from 1 to 3");
     for (const char* number : {"", "0", "4", "33", "two", "-1", "--alsa"})
-        QTest::addRow("--cables '%s'", number) << QList<QByteArray>{"--cables", number} << cables;
-    QTest::newRow("--cables alone") << QList<QByteArray>{"--cables"} << cables;
-    QTest::newRow("both ports") << QList<QByteArray>{"--raw", "hw:0,0,2", "--alsa"}
-                                << "--alsa and --raw exclude each other";
+        QTest::addRow("--cables '%s'", number) << QStringList{"--cables", number} << cables;
+    QTest::newRow("--cables alone") << QStringList{"--cables"} << cables;
+    QTest::newRow("both ports") << QStringList{"--raw", "hw:0,0,2", "--alsa"} << "--alsa and --raw exclude each other";
 }
 
 void TestDeviceConsole::wrongArgumentsAreRefusedInOneLine()
 {
-    QFETCH(QList<QByteArray>, arguments);
+    QFETCH(QStringList, arguments);
     QFETCH(QString, error);
     QCOMPARE(CDeviceArguments::parse(arguments).error, error);
 }

@@ -38,7 +38,7 @@ void TestDeviceProgram::helpGoesToStandardOutput()
 {
     const Outcome outcome = runProgram({"--help"});
     QCOMPARE(outcome.status, 0);
-    QVERIFY(outcome.output.startsWith("ktz-jx-device [--alsa [--cables N] | --raw"));
+    QVERIFY(outcome.output.startsWith("Usage: "));
     QCOMPARE(outcome.errors, QByteArray());
 }
 

@@ -90,8 +90,8 @@ void TestSendGate::deviceSpeaksAndGoesWhileAPacketIsHeld()
     CSimulatedSystem& system = CSimulatedSystem::instance();
     CSimulatedDevice device;
     system.plug(device);
-    static_cast<void>(system.listDestinations());
-    const MIDIEndpoint destination = system.destination(2);
+    static_cast<void>(MIDIPlatform::listDestinations());
+    const MIDIEndpoint destination = MIDIPlatform::destination(2);
     system.sendGate().hold(1);
     bool taken = true;
     std::thread sender([&] { taken = system.send(destination, DeviceMessages::keep()); });
