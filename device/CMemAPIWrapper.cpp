@@ -8,11 +8,6 @@
 
 #include <algorithm>
 
-namespace
-{
-constexpr int k_highestByte = 127; // that is no status byte
-} // namespace
-
 CMemAPIWrapper::CMemAPIWrapper() = default;
 
 CMemAPIWrapper::~CMemAPIWrapper()

@@ -6,7 +6,7 @@ class CMIDIPortWrapper;
 class CMessageManagerWrapper;
 class CParamManagerWrapper;
 
-/// The parameter memory of the KTZ-JX: eight knobs with five settings and a reported value each.
+/// The parameter memory of the KTZ-JX: eight knobs with their settings and a reported value each.
 ///
 /// Every port operation uses the port named k_jxEditorPortName. Threads, ownership and failure as in CMemAPI.
 class CMemAPIWrapper : public CMemAPI
@@ -19,7 +19,7 @@ class CMemAPIWrapper : public CMemAPI
     /// cannot be opened, none.
     void initialize();
 
-    /// The settings table holds only the five settings of knobs 0 to 7; a write to any other id has no effect.
+    /// The settings table holds only the settings of knobs 0 to 7; a write to any other id has no effect.
     /// None of these notifies observers or sends anything.
     [[nodiscard]] int getParam(int id) const override;
     void setParam(int id, int value) override;
