@@ -86,6 +86,7 @@ class TestMemAPIWrapper : public CTestCase
     Q_OBJECT
 
   private slots:
+    void settingsAreThoseThatTheDeviceHas();
     void uninitializedMemoryDoesNothing();
     void initializeOpensTheEditorsPorts();
     void inputThatIsRefusedClosesTheOutput();
@@ -114,6 +115,15 @@ class TestMemAPIWrapper : public CTestCase
     void dataThatCannotBeCollected();
     void destructionSendsNothing();
 };
+
+void TestMemAPIWrapper::settingsAreThoseThatTheDeviceHas()
+{
+    QCOMPARE(k_settingParams.size(), k_deviceSettings.size());
+    for (std::size_t i = 0; i < k_numOfSettings; ++i) {
+        QCOMPARE(k_settingParams[i].highest, k_deviceSettings[i].last);
+        QVERIFY(std::ranges::equal(k_settingParams[i].factory, k_deviceSettings[i].factory));
+    }
+}
 
 void TestMemAPIWrapper::uninitializedMemoryDoesNothing()
 {
