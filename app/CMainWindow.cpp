@@ -225,7 +225,7 @@ void CMainWindow::endEditOperation()
         m_connectionMonitor->stop();
     // The device notices by itself if this does not reach it.
     if (m_memory)
-        m_memory->sendMessage(k_jxEditorPortName, k_endMessage, 0);
+        m_memory->sendMessage(k_endMessage, 0);
 }
 
 void CMainWindow::setApplicationFilePath(const QString& path)

@@ -94,10 +94,6 @@ class CMainWindow : public CFrame
     /// Accepts a number that is being typed, so that no command misses it.
     void finishTyping();
 
-    /// Shows every knob's settings and sends them to the device.
-    void updateAndSendAllKnobs();
-    void sendAllKnobs();
-
     /// Unbinds every proxy below the widget, which may then outlive the memory.
     void releaseSubController(QWidget* widget);
 

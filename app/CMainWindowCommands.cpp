@@ -12,8 +12,8 @@
 void CMainWindow::open()
 {
     finishTyping();
-    if (m_file && m_file->openFile())
-        updateAndSendAllKnobs();
+    if (m_file && m_file->openFile() && m_memory)
+        m_memory->updateAndSendAllKnobs();
 }
 
 void CMainWindow::applicationFileOpen()
@@ -27,24 +27,8 @@ void CMainWindow::applicationFileOpen()
     m_applicationFilePending = false;
     if (!goOn)
         return;
-    if (m_file->openFile(m_applicationFilePath))
-        updateAndSendAllKnobs();
-}
-
-void CMainWindow::updateAndSendAllKnobs()
-{
-    if (!m_memory)
-        return;
-    for (int knob = 0; knob < k_numOfKnobs; ++knob) {
-        m_memory->updateKnob(knob);
-        m_memory->sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
-    }
-}
-
-void CMainWindow::sendAllKnobs()
-{
-    for (int knob = 0; knob < k_numOfKnobs; ++knob)
-        m_memory->sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
+    if (m_file->openFile(m_applicationFilePath) && m_memory)
+        m_memory->updateAndSendAllKnobs();
 }
 
 void CMainWindow::save()
@@ -115,7 +99,9 @@ void CMainWindow::factoryReset()
     if (m_memory && CMessageBox::question(this, k_resetTitle, k_resetMessage, QMessageBox::Yes | QMessageBox::No,
                                           QMessageBox::No) == QMessageBox::Yes) {
         setAllDefaultParamsToMemAPI();
-        sendAllKnobs();
+        // The observers know of the preset already.
+        for (int knob = 0; knob < k_numOfKnobs; ++knob)
+            m_memory->sendKnob(knob);
     }
 }
 

@@ -9,7 +9,7 @@ CMemAPI::CMemAPI() = default;
 
 CMemAPI::~CMemAPI()
 {
-    closeInputs();
+    closePorts();
 }
 
 void CMemAPI::initialize(std::unique_ptr<CMessageManager> codec)
@@ -167,10 +167,13 @@ void CMemAPI::closeOutput(const QString& name)
     output->closePort();
 }
 
-void CMemAPI::closeInputs()
+void CMemAPI::closePorts()
 {
     for (const auto& [index, input] : m_inputs)
         input->closePort();
+    const std::scoped_lock lock(m_sendMutex);
+    for (const auto& [index, output] : m_outputs)
+        output->closePort();
 }
 
 CMIDIInput* CMemAPI::getMidiInputByString(const QString& name) const

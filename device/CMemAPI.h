@@ -115,9 +115,9 @@ class CMemAPI : public CMIDITransportObserver
 
     void createPortDirectory(std::unique_ptr<CMIDIPort> directory);
 
-    /// Closes every input and waits for its delivery thread, which calls this object's virtual functions: the first
-    /// thing that a destructor does.
-    void closeInputs();
+    /// Closes every port and waits for the inputs' delivery threads, which call this object's virtual functions: the
+    /// first thing that a destructor does.
+    void closePorts();
 
     /// Notifies the observers of each parameter of the list, also in its maps, in key order.
     void notifyEntries(const ParamList& list);

@@ -8,18 +8,12 @@
 
 #include <algorithm>
 
-namespace
-{
-constexpr int k_highestByte = 127; // that is no status byte
-} // namespace
-
 CMemAPIWrapper::CMemAPIWrapper() = default;
 
 CMemAPIWrapper::~CMemAPIWrapper()
 {
     // Joins the delivery thread while the tables that it writes are still there.
-    closeInputs();
-    closeOutput(k_jxEditorPortName);
+    closePorts();
 }
 
 void CMemAPIWrapper::initialize()
@@ -77,6 +71,24 @@ void CMemAPIWrapper::updateKnob(int knob)
         notifyEntries(settings()->getParamListFromKnob(knob));
 }
 
+void CMemAPIWrapper::sendKnob(int knob)
+{
+    sendMessage(k_changeParamMessage, knob);
+}
+
+void CMemAPIWrapper::updateAndSendAllKnobs()
+{
+    for (int knob = 0; knob < k_numOfKnobs; ++knob) {
+        updateKnob(knob);
+        sendKnob(knob);
+    }
+}
+
+bool CMemAPIWrapper::sendMessage(int type, int id)
+{
+    return sendMessage(k_jxEditorPortName, type, id);
+}
+
 bool CMemAPIWrapper::requestAllParam()
 {
     CMIDIOutput* output = getMidiOutputByString(k_jxEditorPortName);
@@ -98,11 +110,7 @@ void CMemAPIWrapper::backupParams()
 void CMemAPIWrapper::revertParams()
 {
     setParamList(m_backup);
-    for (int knob = 0; knob < k_numOfKnobs; ++knob) {
-        updateKnob(knob);
-        // A knob that could not be told keeps its reverted settings here; the keep-alive notices a lost device.
-        sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
-    }
+    updateAndSendAllKnobs();
 }
 
 void CMemAPIWrapper::copyParamListFromKnobValueList(int knob)
@@ -117,8 +125,7 @@ void CMemAPIWrapper::pasteParamListToKnobValueList(int knob)
         return;
     settings()->setParamListToKnob(knob, m_copyBuffer->getParamList());
     updateKnob(knob);
-    // See revertParams() for a send that fails.
-    sendMessage(k_jxEditorPortName, k_changeParamMessage, knob);
+    sendKnob(knob);
 }
 
 bool CMemAPIWrapper::collectMessageData(int type, int id, ParamList* data) const

@@ -6,9 +6,9 @@ class CMIDIPortWrapper;
 class CMessageManagerWrapper;
 class CParamManagerWrapper;
 
-/// The parameter memory of the KTZ-JX: eight knobs with five settings and a reported value each.
+/// The parameter memory of the KTZ-JX: eight knobs with their settings and a reported value each.
 ///
-/// Every port operation uses the port named k_jxEditorPortName. Threads, ownership and failure as in CMemAPI.
+/// Opens and uses the port named k_jxEditorPortName alone. Threads, ownership and failure as in CMemAPI.
 class CMemAPIWrapper : public CMemAPI
 {
   public:
@@ -19,7 +19,7 @@ class CMemAPIWrapper : public CMemAPI
     /// cannot be opened, none.
     void initialize();
 
-    /// The settings table holds only the five settings of knobs 0 to 7; a write to any other id has no effect.
+    /// The settings table holds only the settings of knobs 0 to 7; a write to any other id has no effect.
     /// None of these notifies observers or sends anything.
     [[nodiscard]] int getParam(int id) const override;
     void setParam(int id, int value) override;
@@ -29,8 +29,22 @@ class CMemAPIWrapper : public CMemAPI
     [[nodiscard]] int getKnob(int id) const;
     void setKnob(int id, int value);
 
-    /// Notifies the observers of each of the knob's settings, in id order; the knob value is not among them.
+    /// The way of a knob's settings out of the table, whatever put them there as a whole: a file, the backup, the copy
+    /// buffer or the factory preset. An edit of one setting goes through its proxy.
+    ///
+    /// updateKnob() notifies the observers of each setting, in id order; the knob value is not among them.
+    /// sendKnob() tells the device. A knob that could not be told keeps its settings here; the keep-alive notices a
+    /// lost device.
     void updateKnob(int knob);
+    void sendKnob(int knob);
+
+    /// Both for one knob after the other.
+    void updateAndSendAllKnobs();
+
+    using CMemAPI::sendMessage;
+
+    /// To the editor's port.
+    bool sendMessage(int type, int id);
 
     /// Asks the device for everything it holds. true without an open output or a codec: there is nobody to ask.
     bool requestAllParam();

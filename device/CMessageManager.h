@@ -46,10 +46,11 @@ class CMessageManager
     /// The result is that of the last message decoded; false when none ended here.
     bool parseMessageForMac(const unsigned char* bytes, int len, int* type, ParamList* data);
 
-  private:
-    /// Bytes kept of one message. No message type looks at a byte beyond its first dozen or so, except the last one.
+  protected:
+    /// Bytes kept of one message. Every message that means something is shorter.
     static constexpr int k_receiveBufferLimit = 256;
 
+  private:
     void appendToReceiveBuffer(unsigned char byte);
 
     QByteArray m_receiveBuffer;

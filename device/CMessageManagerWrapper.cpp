@@ -15,7 +15,7 @@ constexpr int k_firstValueOffset = 9;
 
 constexpr int k_connectionMessageLen = 9;
 constexpr int k_noticeValueMessageLen = 11;
-constexpr int k_changeParamMessageLen = 15;
+constexpr int k_changeParamMessageLen = k_firstValueOffset + static_cast<int>(k_numOfSettings) + 1;
 
 bool hasRoom(const unsigned char* buf, const int* len, int needed)
 {
@@ -45,6 +45,7 @@ int CMessageManagerWrapper::getMessageLen(int type) const
 {
     switch (type) {
     case k_changeParamMessage:
+        static_assert(k_changeParamMessageLen < k_receiveBufferLimit);
         return k_changeParamMessageLen;
     case k_requestAllParamMessage:
         return static_cast<int>(k_requestAllParam.size());

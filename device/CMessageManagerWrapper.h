@@ -23,7 +23,7 @@ class CMessageManagerWrapper : public CMessageManager
     /// The message of data's first knob. A setting that its list lacks is sent as 0; an empty map gives false.
     [[nodiscard]] bool createChangeParamMessage(const ParamList& data, unsigned char* buf, int* len) const;
 
-    /// { knob -> its five settings }, replacing an earlier entry of that knob. The closing byte is not looked at.
+    /// { knob -> its settings }, replacing an earlier entry of that knob. The closing byte is not looked at.
     [[nodiscard]] static bool parseChangeParamMessage(const unsigned char* msg, int len, ParamList* data);
 
     /// { 1000 + knob -> value }. The closing byte is not looked at.

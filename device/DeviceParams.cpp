@@ -30,10 +30,10 @@ ParamList settingsOnly(const ParamList& wholeList)
             continue;
         const ParamList given = value.toMap();
         ParamList settings;
-        for (std::size_t i = 0; i < k_settingCategories.size(); ++i) {
-            const QString idKey = QString::number(k_settingCategories[i] + knob);
+        for (const SettingParam& setting : k_settingParams) {
+            const QString idKey = QString::number(setting.category + knob);
             if (given.contains(idKey))
-                settings.insert(idKey, heldInRange(given.value(idKey), k_highestSettings[i]));
+                settings.insert(idKey, heldInRange(given.value(idKey), setting.highest));
         }
         if (!settings.isEmpty())
             kept.insert(knobKey, settings);

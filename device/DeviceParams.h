@@ -4,9 +4,11 @@
 #include <QString>
 #include <QVariant>
 
+#include <algorithm>
 #include <array>
+#include <functional>
 
-/// A knob's parameter list: the decimal text of its five setting ids -> int.
+/// A knob's parameter list: the decimal text of its setting ids -> int.
 /// A whole parameter list: the decimal text of the knob number -> that knob's parameter list.
 using ParamList = QMap<QString, QVariant>;
 
@@ -17,10 +19,10 @@ inline constexpr int k_numOfKnobs = 8;
 enum ParamCategory : int
 {
     k_knobValueCategory = 1000, ///< current position, reported by the device, never sent: 0 to 127
-    k_ccNumCategory = 1100,     ///< control change number: 0 to 127
-    k_midiChCategory = 1200,    ///< MIDI channel, 0 for the first: 0 to 15
-    k_maxCategory = 1300,       ///< value at the knob's top end: 0 to 127
-    k_minCategory = 1400,       ///< value at the knob's bottom end: 0 to 127
+    k_ccNumCategory = 1100,     ///< control change number
+    k_midiChCategory = 1200,    ///< MIDI channel, 0 for the first
+    k_maxCategory = 1300,       ///< value at the knob's top end
+    k_minCategory = 1400,       ///< value at the knob's bottom end
     k_ledTypeCategory = 1500,   ///< how the LED ring shows the value: a LEDType
 };
 
@@ -32,24 +34,55 @@ enum LEDType : int
     k_ledConvex = 3,
 };
 
-/// The five settings of a knob in the order of their ids, which is also their order on the wire.
-inline constexpr std::array<int, 5> k_settingCategories{k_ccNumCategory, k_midiChCategory, k_maxCategory, k_minCategory,
-                                                        k_ledTypeCategory};
+/// A setting: the ids that it has, its range and the factory preset.
+struct SettingParam
+{
+    ParamCategory category;
+    int highest;                           ///< value; the lowest is 0
+    std::array<int, k_numOfKnobs> factory; ///< a value for each knob
+};
 
-/// The highest value of each setting, in the same order; the lowest is 0.
-inline constexpr std::array<int, 5> k_highestSettings{127, 15, 127, 127, k_ledConvex};
+/// What a knob holds, one row a setting, in the order of the ids, which is also the order on the wire. Lists, messages
+/// and the knob pages have as many settings as there are rows.
+inline constexpr std::array k_settingParams{
+    SettingParam{k_ccNumCategory, 127, {74, 71, 10, 7, 73, 72, 91, 93}},
+    SettingParam{k_midiChCategory, 15, {0, 0, 0, 0, 0, 0, 0, 0}},
+    SettingParam{k_maxCategory, 127, {127, 127, 127, 127, 127, 127, 127, 127}},
+    SettingParam{k_minCategory, 127, {0, 0, 0, 0, 0, 0, 0, 0}},
+    SettingParam{k_ledTypeCategory, k_ledConvex, {0, 0, k_ledConcave, 0, 0, 0, 0, 0}},
+};
+inline constexpr std::size_t k_numOfSettings = k_settingParams.size();
 
-/// The factory preset: one row a knob, in the order of k_settingCategories.
-inline constexpr std::array<std::array<int, 5>, k_numOfKnobs> k_defaultParamList{{
-    {74, 0, 127, 0, k_ledAscent},
-    {71, 0, 127, 0, k_ledAscent},
-    {10, 0, 127, 0, k_ledConcave},
-    {7, 0, 127, 0, k_ledAscent},
-    {73, 0, 127, 0, k_ledAscent},
-    {72, 0, 127, 0, k_ledAscent},
-    {91, 0, 127, 0, k_ledAscent},
-    {93, 0, 127, 0, k_ledAscent},
-}};
+/// The highest byte that is no status byte, which would break a message off.
+inline constexpr int k_highestByte = 127;
+
+// Lists are moved by position in the order of their keys, which are text: ids that all have four digits sort as
+// numbers.
+static_assert(std::ranges::adjacent_find(k_settingParams, std::ranges::greater_equal(), &SettingParam::category) ==
+              k_settingParams.end());
+static_assert(std::ranges::all_of(k_settingParams, [](const SettingParam& setting) {
+    return setting.category > k_knobValueCategory && setting.category < 10000 && setting.category % 100 == 0;
+}));
+static_assert(std::ranges::all_of(k_settingParams, [](const SettingParam& setting) {
+    const auto isInRange = [&](int value) { return value >= 0 && value <= setting.highest; };
+    return setting.highest <= k_highestByte && std::ranges::all_of(setting.factory, isInRange);
+}));
+
+/// The settings' categories, in the order of the table.
+inline constexpr auto k_settingCategories = [] {
+    std::array<int, k_numOfSettings> categories{};
+    std::ranges::transform(k_settingParams, categories.begin(), &SettingParam::category);
+    return categories;
+}();
+
+/// The factory preset: one row a knob, in the order of the table.
+inline constexpr auto k_defaultParamList = [] {
+    std::array<std::array<int, k_numOfSettings>, k_numOfKnobs> list{};
+    for (std::size_t knob = 0; knob < list.size(); ++knob)
+        std::ranges::transform(k_settingParams, list[knob].begin(),
+                               [&](const SettingParam& setting) { return setting.factory[knob]; });
+    return list;
+}();
 
 [[nodiscard]] constexpr int knobOfParam(int id)
 {
@@ -61,7 +94,7 @@ inline constexpr std::array<std::array<int, 5>, k_numOfKnobs> k_defaultParamList
     return knob >= 0 && knob < k_numOfKnobs;
 }
 
-/// Whether the id names one of the five settings of one of the eight knobs: the only ids of the settings table.
+/// Whether the id names a setting of one of the eight knobs: the only ids of the settings table.
 [[nodiscard]] bool isSettingParam(int id);
 
 /// The list with nothing but settings of the device, each in its range: without other knobs, other ids and knobs that

@@ -2,11 +2,10 @@
 
 #include "app/common/Constants.h"
 #include "file/CDocumentGuard.h"
-#include "file/ReadRegularFile.h"
+#include "file/RegularFile.h"
 
 #include <QDir>
 #include <QDomDocument>
-#include <QFileInfo>
 #include <QHash>
 #include <QSaveFile>
 #include <QStandardPaths>
@@ -24,21 +23,6 @@ QString decoded(const QByteArray& bytes)
     QStringDecoder decoder(encoding, QStringDecoder::Flag::Stateless);
     const QString text = decoder(bytes);
     return decoder.hasError() ? QString() : text;
-}
-
-// The file at the end of a chain of links, which need not exist; a null string when the chain has no end, or ends at a
-// file whose name is no text: the text that comes nearest would name another file.
-QString linkTarget(const QString& name)
-{
-    constexpr int k_longestChain = 40;
-    QString target = name;
-    for (int i = 0; i < k_longestChain; ++i) {
-        const QFileInfo info(target);
-        if (!info.isSymLink())
-            return info.exists() || !QFileInfo::exists(name) ? target : QString();
-        target = info.symLinkTarget();
-    }
-    return {};
 }
 
 bool writeDocument(const QDomDocument& document, QSaveFile& file)
@@ -81,13 +65,9 @@ QString CFile::read(const QString& name)
 
 QString CFile::write(const QString& name)
 {
-    // A link stays, and what it names is replaced; anything but a file must be neither replaced nor waited for.
-    const QString target = linkTarget(name);
-    const QFileInfo info(target);
-    if (target.isEmpty() || (info.exists() && !info.isFile()))
-        return k_saveError;
+    const QString target = regularFileToReplace(name);
     QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly))
+    if (target.isEmpty() || !file.open(QIODevice::WriteOnly))
         return k_saveError;
 
     QDomDocument document(getDocType());

@@ -17,43 +17,64 @@
 #include <QMimeData>
 #include <QPointer>
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 namespace
 {
-/// The controls of a page by their codes: whose setting they are, and the clipboard format of that.
-struct Control
+/// The editor of one setting. What it can be set to is the setting's own range.
+struct Editor
 {
-    int category;
-    const QString* mimeType;
+    ParamCategory category;
+    QRect place;
+    const QString* mimeType; ///< in which the setting is copied
+    const QString* pictures; ///< a strip with one for each value, which the editor shows; null for the number
+    int shownOffset;         ///< of the number that is shown from the one that is stored
 };
-constexpr std::array<Control, 6> k_controls{{
-    {k_knobValueCategory, &k_mimeType_Knob},
-    {k_ccNumCategory, &k_mimeType_CCNum},
-    {k_midiChCategory, &k_mimeType_MIDICh},
-    {k_maxCategory, &k_mimeType_Max},
-    {k_minCategory, &k_mimeType_Min},
-    {k_ledTypeCategory, &k_mimeType_LEDType},
-}};
-constexpr int k_wholeKnob = 0;
 
-constexpr int k_maxValue = 127;
-constexpr int k_maxMIDICh = 15;
-constexpr int k_numOfLEDTypes = 4;
+/// In the order of the settings, in which they are also built.
+constexpr std::array k_editors{
+    Editor{k_ccNumCategory, k_ccNumRect, &k_mimeType_CCNum, nullptr, 0},
+    Editor{k_midiChCategory, k_midiChRect, &k_mimeType_MIDICh, nullptr, 1},
+    Editor{k_maxCategory, k_maxRect, &k_mimeType_Max, nullptr, 0},
+    Editor{k_minCategory, k_minRect, &k_mimeType_Min, nullptr, 0},
+    Editor{k_ledTypeCategory, k_ledTypeRect, &k_mimeType_LEDType, &k_knobLEDTypeImagePath, 0},
+};
+static_assert(std::ranges::equal(k_editors, k_settingParams, {}, &Editor::category, &SettingParam::category),
+              "a page has one editor for each setting");
+
+// The controls of a page by their codes: the knob, then the editors.
+constexpr int k_wholeKnob = 0;
+constexpr int k_firstEditor = 1;
 
 /// The code of the control for a category; the whole knob for any unknown one.
 int controlOf(int category)
 {
-    for (std::size_t code = 0; code < k_controls.size(); ++code) {
-        if (k_controls[code].category == category)
-            return static_cast<int>(code);
-    }
-    return k_wholeKnob;
+    const auto* found = std::ranges::find(k_editors, category, &Editor::category);
+    return found != k_editors.end() ? k_firstEditor + static_cast<int>(found - k_editors.begin()) : k_wholeKnob;
 }
 
 const QString& mimeTypeOf(int control)
 {
-    return *k_controls[static_cast<std::size_t>(control)].mimeType;
+    return control == k_wholeKnob ? k_mimeType_Knob
+                                  : *k_editors[static_cast<std::size_t>(control - k_firstEditor)].mimeType;
+}
+
+QAbstractSlider* createSlider(const Editor& editor, int highest, QWidget* parent)
+{
+    if (editor.pictures != nullptr) {
+        auto* slider = new CImageSlider(parent);
+        slider->setImage(skinPixmap(*editor.pictures));
+        slider->setTotalImages(highest + 1);
+        return slider;
+    }
+    auto* slider = new CTextSlider(parent);
+    slider->setAlignment(Qt::AlignCenter);
+    slider->setDirectEdit(true);
+    slider->setRange(0, highest);
+    slider->setOffset(editor.shownOffset);
+    return slider;
 }
 
 /// What this process put on the clipboard for the knob that it copied last; null once that is gone. A knob copied in
@@ -72,21 +93,8 @@ void CControlView::initialize(int knob)
     Q_ASSERT(isKnob(knob));
     m_numOfKnob = knob;
     createKnob();
-
-    m_ccNumEditor = createEditor(createTextSlider(k_maxValue), k_ccNumRect, true, k_ccNumCategory);
-    CTextSlider* midiChSlider = createTextSlider(k_maxMIDICh);
-    midiChSlider->setOffset(1.0); // stored from 0, shown from 1
-    m_midiChEditor = createEditor(midiChSlider, k_midiChRect, true, k_midiChCategory);
-    m_maxEditor = createEditor(createTextSlider(k_maxValue), k_maxRect, true, k_maxCategory);
-    m_minEditor = createEditor(createTextSlider(k_maxValue), k_minRect, true, k_minCategory);
-
-    auto* ledTypeSlider = new CImageSlider(this);
-    ledTypeSlider->setImage(skinPixmap(k_knobLEDTypeImagePath));
-    ledTypeSlider->setTotalImages(k_numOfLEDTypes);
-    m_ledTypeEditor = createEditor(ledTypeSlider, k_ledTypeRect, false, k_ledTypeCategory);
-    connect(m_ledTypeEditor, SIGNAL(valueChanged(int)), m_knob, SLOT(updateLED()));
-
-    for (CSlideEditor* editor : {m_ccNumEditor, m_midiChEditor, m_maxEditor, m_minEditor, m_ledTypeEditor})
+    createEditors();
+    for (CSlideEditor* editor : std::as_const(m_editors))
         watchEditor(editor);
     setAllDefaultParamsToMemAPI();
     Utilities::adjustFont(this);
@@ -103,21 +111,18 @@ void CControlView::createKnob()
     connect(m_knob, SIGNAL(selected()), parentWidget(), SLOT(setEditMenuEnable()));
 }
 
-CTextSlider* CControlView::createTextSlider(int maximum)
+void CControlView::createEditors()
 {
-    auto* slider = new CTextSlider(this);
-    slider->setAlignment(Qt::AlignCenter);
-    slider->setDirectEdit(true);
-    slider->setRange(0, maximum);
-    return slider;
-}
-
-CSlideEditor* CControlView::createEditor(QAbstractSlider* slider, const QRect& rect, bool spinOverlaps, int category)
-{
-    auto* editor = new CSlideEditor(this);
-    editor->initialize(slider, rect, spinOverlaps);
-    editor->setControllerID(category + m_numOfKnob);
-    return editor;
+    for (std::size_t i = 0; i < k_editors.size(); ++i) {
+        const Editor& row = k_editors[i];
+        auto* editor = new CSlideEditor(this);
+        const bool spinOverlaps = row.pictures == nullptr;
+        editor->initialize(createSlider(row, k_settingParams[i].highest, this), row.place, spinOverlaps);
+        editor->setControllerID(row.category + m_numOfKnob);
+        if (row.category == k_ledTypeCategory)
+            connect(editor, SIGNAL(valueChanged(int)), m_knob, SLOT(updateLED()));
+        m_editors.append(editor);
+    }
 }
 
 void CControlView::watchEditor(CSlideEditor* editor)
@@ -134,12 +139,9 @@ void CControlView::setAllDefaultParamsToMemAPI()
         return;
     if (m_knob != nullptr)
         m_memory->setKnob(m_knob->controllerID(), 0);
-    const std::array editors{m_ccNumEditor, m_midiChEditor, m_maxEditor, m_minEditor, m_ledTypeEditor};
-    const auto& defaults = k_defaultParamList[static_cast<std::size_t>(m_numOfKnob)];
-    for (std::size_t i = 0; i < editors.size(); ++i) {
-        if (editors[i] != nullptr)
-            m_memory->setParam(editors[i]->controllerID(), defaults[i]);
-    }
+    const auto* value = k_defaultParamList[static_cast<std::size_t>(m_numOfKnob)].begin();
+    for (const CSlideEditor* editor : std::as_const(m_editors))
+        m_memory->setParam(editor->controllerID(), *value++);
 }
 
 void CControlView::knobSelect()
@@ -162,6 +164,12 @@ void CControlView::sliderSelect(QWidget* slider)
 CSlideEditor* CControlView::selectedEditor() const
 {
     return qobject_cast<CSlideEditor*>(m_selectedSlider);
+}
+
+bool CControlView::isCopied(const QMimeData& mimeData)
+{
+    const auto holds = [&](const Editor& editor) { return mimeData.hasFormat(*editor.mimeType); };
+    return mimeData.hasFormat(k_mimeType_Knob) || std::ranges::any_of(k_editors, holds);
 }
 
 bool CControlView::canCopy() const

@@ -1,15 +1,15 @@
 #pragma once
 
+#include <QList>
 #include <QWidget>
 
 class CKnobLED;
 class CMemAPIWrapper;
 class CSlideEditor;
-class CTextSlider;
-class QAbstractSlider;
+class QMimeData;
 
-/// The page of one knob: its LED ring and five editors for its settings. Remembers which of these controls was selected
-/// last, and copies and pastes that control's setting through the system clipboard.
+/// The page of one knob: its LED ring and an editor for each of its settings. Remembers which of these controls was
+/// selected last, and copies and pastes that control's setting through the system clipboard.
 ///
 /// Clipboard  each control has a format of its own. A setting is its value as stored, as decimal text. A knob is a mark
 ///            alone: its settings stay in the memory's copy buffer, so that only this process can paste it.
@@ -27,6 +27,9 @@ class CControlView : public QWidget
 
     /// Writes the knob's factory settings, and 0 as its value, into the memory; tells neither observers nor the device.
     void setAllDefaultParamsToMemAPI();
+
+    /// Whether a page has put this there, of this editor or of another one.
+    [[nodiscard]] static bool isCopied(const QMimeData& mimeData);
 
     [[nodiscard]] bool canCopy() const;
 
@@ -52,9 +55,7 @@ class CControlView : public QWidget
 
   private:
     void createKnob();
-    [[nodiscard]] CTextSlider* createTextSlider(int maximum);
-    [[nodiscard]] CSlideEditor* createEditor(QAbstractSlider* slider, const QRect& rect, bool spinOverlaps,
-                                             int category);
+    void createEditors();
     void watchEditor(CSlideEditor* editor);
     [[nodiscard]] CSlideEditor* selectedEditor() const;
 
@@ -62,11 +63,7 @@ class CControlView : public QWidget
     int m_numOfKnob = 0;
     // Children
     CKnobLED* m_knob = nullptr;
-    CSlideEditor* m_ccNumEditor = nullptr;
-    CSlideEditor* m_midiChEditor = nullptr;
-    CSlideEditor* m_maxEditor = nullptr;
-    CSlideEditor* m_minEditor = nullptr;
-    CSlideEditor* m_ledTypeEditor = nullptr;
-    int m_selectedControl = 0;
+    QList<CSlideEditor*> m_editors; ///< in the order of the settings
+    int m_selectedControl = 0;      ///< 0 for the knob, from 1 for the editors
     QWidget* m_selectedSlider = nullptr;
 };

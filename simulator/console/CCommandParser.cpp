@@ -3,6 +3,7 @@
 #include "simulator/device/PrintableText.h"
 
 #include <QList>
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -30,7 +31,7 @@ struct Verb
 constexpr std::array<Verb, 9> k_verbs = {{
     {"turn", Action::Turn, 2, "turn KNOB VALUE", "turns a knob (0 to 7) to a value (0 to 127) and reports it"},
     {"set", Action::Set, 3, "set KNOB SETTING VALUE",
-     "sets cc, ch (0 to 15), max, min or led (0 to 3) at the device; it tells them when asked"},
+     "sets %1 at the device; it tells them when asked"}, // %1: the settings
     {"send", Action::Send, k_anyArguments, "send BYTE...",
      "sends these bytes as they are, each as two digits: send F8"},
     {"show", Action::Show, 0, "show", "shows what the device holds"},
@@ -41,20 +42,18 @@ constexpr std::array<Verb, 9> k_verbs = {{
     {"quit", Action::Quit, 0, "quit", "ends the device"},
 }};
 
-struct SettingName
+/// "cc, ch (0 to 15), max, min or led (0 to 3)", or the same without the ranges.
+QString settingNames(bool withRanges)
 {
-    const char* name;
-    int KnobSettings::*setting;
-    int last; // cppcheck-suppress unusedStructMember ; parseSet() reads it
-};
-
-constexpr std::array<SettingName, 5> k_settings = {{
-    {"cc", &KnobSettings::cc, 127},
-    {"ch", &KnobSettings::channel, 15},
-    {"max", &KnobSettings::max, 127},
-    {"min", &KnobSettings::min, 127},
-    {"led", &KnobSettings::led, 3},
-}};
+    QStringList names;
+    for (const DeviceSetting& setting : k_deviceSettings) {
+        names += QString::fromLatin1(setting.command);
+        if (withRanges && setting.last != k_lastValue)
+            names.last() += QStringLiteral(" (0 to %1)").arg(setting.last);
+    }
+    const QString last = names.takeLast();
+    return QStringLiteral("%1 or %2").arg(names.join(QStringLiteral(", ")), last);
+}
 
 CCommandParser::Result failure(const QString& error)
 {
@@ -85,14 +84,14 @@ CCommandParser::Result parseTurn(DeviceCommand command, const Words& words)
 
 CCommandParser::Result parseSet(DeviceCommand command, const Words& words)
 {
-    const auto* const found = std::find_if(k_settings.begin(), k_settings.end(),
-                                           [&](const SettingName& setting) { return words.at(2) == setting.name; });
-    if (found == k_settings.end())
-        return failure(QStringLiteral("\"%1\" is no setting: cc, ch, max, min or led").arg(printableText(words.at(2))));
+    const auto* const found = std::find_if(k_deviceSettings.begin(), k_deviceSettings.end(),
+                                           [&](const DeviceSetting& known) { return words.at(2) == known.command; });
+    if (found == k_deviceSettings.end())
+        return failure(QStringLiteral("\"%1\" is no setting: %2").arg(printableText(words.at(2)), settingNames(false)));
     const std::optional<int> value = number(words.at(3), found->last);
     if (!value)
-        return notANumber(words.at(3), found->name, found->last);
-    command.setting = found->setting;
+        return notANumber(words.at(3), found->command, found->last);
+    command.setting = found->member;
     command.value = *value;
     return {command, {}};
 }
@@ -142,7 +141,9 @@ CCommandParser::Result CCommandParser::parse(const QByteArray& line)
 QString CCommandParser::help()
 {
     QString text;
-    for (const Verb& verb : k_verbs)
-        text += QStringLiteral("  %1  %2\n").arg(verb.usage, -22).arg(verb.meaning);
+    for (const Verb& verb : k_verbs) {
+        const QString meaning = QString::fromLatin1(verb.meaning).replace(QStringLiteral("%1"), settingNames(true));
+        text += QStringLiteral("  %1  %2\n").arg(verb.usage, -22).arg(meaning);
+    }
     return text;
 }

@@ -66,16 +66,10 @@ QStringList CDeviceConsole::show() const
 {
     QStringList lines;
     for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob) {
-        const KnobSettings settings = m_device.settings(knob);
-        lines += QStringLiteral("knob %1: value %2, cc %3, channel %4, max %5, min %6, led %7 (%8)")
+        lines += QStringLiteral("knob %1: value %2, %3")
                      .arg(knob)
                      .arg(m_device.value(knob))
-                     .arg(settings.cc)
-                     .arg(settings.channel)
-                     .arg(settings.max)
-                     .arg(settings.min)
-                     .arg(settings.led)
-                     .arg(DeviceMessages::ledInWords(settings.led));
+                     .arg(DeviceMessages::settingsInWords(m_device.settings(knob)));
     }
     if (m_device.isSilent())
         lines += QStringLiteral("silent");

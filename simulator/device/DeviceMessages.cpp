@@ -26,7 +26,7 @@ qsizetype lengthOf(Type type)
 {
     switch (type) {
     case Type::ChangeParameter:
-        return 15;
+        return k_firstValueByte + static_cast<qsizetype>(k_deviceSettings.size()) + 1;
     case Type::NoticeValue:
         return 11;
     default:
@@ -72,8 +72,8 @@ QByteArray requestAll()
 QByteArray changeParameter(int knob, const KnobSettings& settings)
 {
     QByteArray data(1, static_cast<char>(knob));
-    for (const auto setting : k_settingOrder)
-        data += static_cast<char>(settings.*setting);
+    for (const DeviceSetting& setting : k_deviceSettings)
+        data += static_cast<char>(settings.*setting.member);
     return message(Type::ChangeParameter, data);
 }
 
@@ -91,8 +91,8 @@ KnobSettings settingsOf(const QByteArray& changeParameter)
 {
     KnobSettings settings;
     int position = k_firstValueByte;
-    for (const auto setting : k_settingOrder)
-        settings.*setting = static_cast<unsigned char>(changeParameter.at(position++));
+    for (const DeviceSetting& setting : k_deviceSettings)
+        settings.*setting.member = static_cast<unsigned char>(changeParameter.at(position++));
     return settings;
 }
 
@@ -101,12 +101,27 @@ int valueOf(const QByteArray& noticeValue)
     return static_cast<unsigned char>(noticeValue.at(k_firstValueByte));
 }
 
-QString ledInWords(int led)
+QString valueInWords(const DeviceSetting& setting, int value)
 {
-    static const QStringList k_names = {QStringLiteral("ascent"), QStringLiteral("descend"), QStringLiteral("concave"),
-                                        QStringLiteral("convex")};
-    return k_names.value(led, QStringLiteral("unknown"));
+    if (setting.valueNames.empty())
+        return QString::number(value);
+    const auto index = static_cast<std::size_t>(value);
+    return index < setting.valueNames.size() ? QString::fromLatin1(setting.valueNames[index])
+                                             : QStringLiteral("unknown");
 }
+
+QString settingsInWords(const KnobSettings& settings)
+{
+    QStringList words;
+    for (const DeviceSetting& setting : k_deviceSettings) {
+        const int value = settings.*setting.member;
+        words += QStringLiteral("%1 %2").arg(QString::fromLatin1(setting.name)).arg(value);
+        if (!setting.valueNames.empty())
+            words.last() += QStringLiteral(" (%1)").arg(valueInWords(setting, value));
+    }
+    return words.join(QStringLiteral(", "));
+}
+
 QString inWords(const QByteArray& message)
 {
     switch (typeOf(message)) {
@@ -118,17 +133,10 @@ QString inWords(const QByteArray& message)
         return QStringLiteral("end");
     case Type::RequestAll:
         return QStringLiteral("request all parameters");
-    case Type::ChangeParameter: {
-        const KnobSettings settings = settingsOf(message);
-        return QStringLiteral("change parameter: knob %1, cc %2, channel %3, max %4, min %5, led %6 (%7)")
+    case Type::ChangeParameter:
+        return QStringLiteral("change parameter: knob %1, %2")
             .arg(knobOf(message))
-            .arg(settings.cc)
-            .arg(settings.channel)
-            .arg(settings.max)
-            .arg(settings.min)
-            .arg(settings.led)
-            .arg(ledInWords(settings.led));
-    }
+            .arg(settingsInWords(settingsOf(message)));
     case Type::NoticeValue:
         return QStringLiteral("notice value: knob %1, value %2").arg(knobOf(message)).arg(valueOf(message));
     case Type::Other:

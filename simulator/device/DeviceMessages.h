@@ -35,8 +35,11 @@ enum class Type
 [[nodiscard]] KnobSettings settingsOf(const QByteArray& changeParameter);
 [[nodiscard]] int valueOf(const QByteArray& noticeValue);
 
-/// An LED type's name: ascent, descend, concave, convex, or unknown.
-[[nodiscard]] QString ledInWords(int led);
+/// A value by its name, "unknown" beyond the last one; a number where the setting's values have no names.
+[[nodiscard]] QString valueInWords(const DeviceSetting& setting, int value);
+
+/// A knob's settings, such as "cc 10, channel 0, max 127, min 0, led 2 (concave)".
+[[nodiscard]] QString settingsInWords(const KnobSettings& settings);
 
 /// The message in words, such as "notice value: knob 3, value 64".
 [[nodiscard]] QString inWords(const QByteArray& message);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 
 /// What the device keeps for one knob. Every value travels as one byte, 0 to 127.
 struct KnobSettings
@@ -14,18 +15,37 @@ struct KnobSettings
     bool operator==(const KnobSettings&) const = default;
 };
 
-/// The five settings, named by their members, in the order in which they travel.
-inline constexpr std::array<int KnobSettings::*, 5> k_settingOrder = {
-    &KnobSettings::cc, &KnobSettings::channel, &KnobSettings::max, &KnobSettings::min, &KnobSettings::led};
+/// What the device knows of a setting. It shares no row with the editor's table, so that neither can hide a mistake of
+/// the other.
+struct DeviceSetting
+{
+    int KnobSettings::*member;
+    const char* command; ///< as it is typed
+    const char* name;    ///< in a message in words
+    const char* label;   ///< on the bench
+    int last;            ///< value; the first is 0
+    std::array<int, 8> factory;
+    std::span<const char* const> valueNames; ///< none: its values are mere numbers
+};
+
+inline constexpr std::array k_ledTypeNames{"ascent", "descend", "concave", "convex"};
+
+/// One row a setting, in the order in which they travel.
+inline constexpr std::array k_deviceSettings{
+    DeviceSetting{&KnobSettings::cc, "cc", "cc", "CC", 127, {74, 71, 10, 7, 73, 72, 91, 93}, {}},
+    DeviceSetting{&KnobSettings::channel, "ch", "channel", "Channel", 15, {0, 0, 0, 0, 0, 0, 0, 0}, {}},
+    DeviceSetting{&KnobSettings::max, "max", "max", "Max", 127, {127, 127, 127, 127, 127, 127, 127, 127}, {}},
+    DeviceSetting{&KnobSettings::min, "min", "min", "Min", 127, {0, 0, 0, 0, 0, 0, 0, 0}, {}},
+    DeviceSetting{&KnobSettings::led, "led", "led", "LED", 3, {0, 0, 2, 0, 0, 0, 0, 0}, k_ledTypeNames},
+};
+static_assert(sizeof(KnobSettings) == k_deviceSettings.size() * sizeof(int), "every member has a row");
 
 /// How the device leaves the factory.
-inline constexpr std::array<KnobSettings, 8> k_factorySettings = {{
-    {74, 0, 127, 0, 0},
-    {71, 0, 127, 0, 0},
-    {10, 0, 127, 0, 2},
-    {7, 0, 127, 0, 0},
-    {73, 0, 127, 0, 0},
-    {72, 0, 127, 0, 0},
-    {91, 0, 127, 0, 0},
-    {93, 0, 127, 0, 0},
-}};
+inline constexpr auto k_factorySettings = [] {
+    std::array<KnobSettings, 8> knobs;
+    for (std::size_t knob = 0; knob < knobs.size(); ++knob) {
+        for (const DeviceSetting& setting : k_deviceSettings)
+            knobs[knob].*setting.member = setting.factory[knob];
+    }
+    return knobs;
+}();

@@ -21,13 +21,12 @@ constexpr int k_dialSize = 64;
 
 QString holdingText(int value, const KnobSettings& settings)
 {
-    return QStringLiteral("Value %1\nCC %2\nChannel %3\nMax %4\nMin %5\nLED %6")
-        .arg(value)
-        .arg(settings.cc)
-        .arg(settings.channel)
-        .arg(settings.max)
-        .arg(settings.min)
-        .arg(DeviceMessages::ledInWords(settings.led));
+    QString text = QStringLiteral("Value %1").arg(value);
+    for (const DeviceSetting& setting : k_deviceSettings) {
+        const QString shown = DeviceMessages::valueInWords(setting, settings.*setting.member);
+        text += QStringLiteral("\n%1 %2").arg(QString::fromLatin1(setting.label), shown);
+    }
+    return text;
 }
 } // namespace
 

@@ -86,6 +86,7 @@ class TestMemAPIWrapper : public CTestCase
     Q_OBJECT
 
   private slots:
+    void settingsAreThoseThatTheDeviceHas();
     void uninitializedMemoryDoesNothing();
     void initializeOpensTheEditorsPorts();
     void inputThatIsRefusedClosesTheOutput();
@@ -105,6 +106,9 @@ class TestMemAPIWrapper : public CTestCase
     void requestAllWithoutAnOutputGivesTrueAndSendsNothing();
     void requestAllBringsTheDevicesSettings();
     void requestAllRefusedGivesFalse();
+    void sendKnobTellsTheDeviceAlone();
+    void allKnobsGoToObserversAndDeviceOneByOne();
+    void messageGoesToTheEditorsPort();
     void revertSendsEightMessagesKnobZeroFirst();
     void revertBringsTheBackupBack();
     void copiedKnobLandsOnAnother();
@@ -114,6 +118,15 @@ class TestMemAPIWrapper : public CTestCase
     void dataThatCannotBeCollected();
     void destructionSendsNothing();
 };
+
+void TestMemAPIWrapper::settingsAreThoseThatTheDeviceHas()
+{
+    QCOMPARE(k_settingParams.size(), k_deviceSettings.size());
+    for (std::size_t i = 0; i < k_numOfSettings; ++i) {
+        QCOMPARE(k_settingParams[i].highest, k_deviceSettings[i].last);
+        QVERIFY(std::ranges::equal(k_settingParams[i].factory, k_deviceSettings[i].factory));
+    }
+}
 
 void TestMemAPIWrapper::uninitializedMemoryDoesNothing()
 {
@@ -129,6 +142,9 @@ void TestMemAPIWrapper::uninitializedMemoryDoesNothing()
     QVERIFY(!memory.isConnectOutput());
     memory.backupParams();
     memory.revertParams();
+    memory.sendKnob(0);
+    memory.updateAndSendAllKnobs();
+    QVERIFY(!memory.sendMessage(k_endMessage, 0));
     QVERIFY(memory.developMessageData(k_changeParamMessage, {{QStringLiteral("0"), ParamList()}}));
     ParamList data;
     QVERIFY(!memory.collectMessageData(k_changeParamMessage, 0, &data));
@@ -383,6 +399,65 @@ void TestMemAPIWrapper::requestAllRefusedGivesFalse()
     memory.initialize();
     fixture.device.refuseSend(1);
     QVERIFY(!memory.requestAllParam());
+}
+
+void TestMemAPIWrapper::sendKnobTellsTheDeviceAlone()
+{
+    SimulatedDeviceFixture fixture;
+    fixture.plug();
+    CMemAPIWrapper memory;
+    memory.initialize();
+    setFactoryPreset(memory);
+    memory.setDirty(false);
+    CIdNotes notes(memory);
+    memory.sendKnob(2);
+    QCOMPARE(fixture.sent(), QStringList{QStringLiteral("f043103e18050203020a007f0002f7")});
+    QVERIFY(notes.take().isEmpty());
+    QVERIFY(!memory.isDirty());
+}
+
+void TestMemAPIWrapper::allKnobsGoToObserversAndDeviceOneByOne()
+{
+    SimulatedDeviceFixture fixture;
+    fixture.plug();
+    CMemAPIWrapper memory;
+    memory.initialize();
+    setFactoryPreset(memory);
+
+    // Each knob's observers are called before it is sent, and after the one before it was.
+    class CObserver : public CMemAPIObserver
+    {
+      public:
+        void paramChanged() override
+        {
+            m_sentBefore.append(SimulatedDeviceFixture::sent().size());
+        }
+
+        QList<qsizetype> m_sentBefore;
+    } observer;
+    for (int knob = 0; knob < k_numOfKnobs; ++knob)
+        memory.registerObserver(k_ccNumCategory + knob, &observer);
+    memory.updateAndSendAllKnobs();
+    QCOMPARE(observer.m_sentBefore, QList<qsizetype>({0, 1, 2, 3, 4, 5, 6, 7}));
+
+    // A knob that is refused holds up none of the others.
+    SimulatedDeviceFixture::forgetSent();
+    fixture.device.clearTraffic();
+    fixture.device.refuseSend(3);
+    memory.updateAndSendAllKnobs();
+    QCOMPARE(fixture.device.received().size(), 7);
+}
+
+void TestMemAPIWrapper::messageGoesToTheEditorsPort()
+{
+    SimulatedDeviceFixture fixture;
+    fixture.plug();
+    CMemAPIWrapper memory;
+    memory.initialize();
+    QVERIFY(memory.sendMessage(k_endMessage, 0));
+    QCOMPARE(fixture.sent(), QStringList{QStringLiteral("f043103e18050202f7")});
+    fixture.device.refuseSend(1);
+    QVERIFY(!memory.sendMessage(k_endMessage, 0));
 }
 
 void TestMemAPIWrapper::revertSendsEightMessagesKnobZeroFirst()

@@ -77,6 +77,7 @@ class TestMessageManager : public CTestCase
     void valueIsSentAsItsLowEightBits();
     void firstKnobOfTheMapIsSent();
     void encodedKnobDecodesToItself();
+    void everySettingHasAByteOfItsOwn();
     void header_data();
     void header();
     void parsedMessages_data();
@@ -244,6 +245,24 @@ void TestMessageManager::encodedKnobDecodesToItself()
             QCOMPARE(buffer, changeMessage(knob, value));
             QCOMPARE(feed(codec, buffer), (Parsed{true, 3, knobData(knob, value)}));
         }
+    }
+}
+
+void TestMessageManager::everySettingHasAByteOfItsOwn()
+{
+    CMessageManagerWrapper codec;
+    const auto settings = static_cast<qsizetype>(k_numOfSettings);
+    for (qsizetype i = 0; i < settings; ++i) {
+        const QString id = QString::number(k_settingCategories[static_cast<std::size_t>(i)] + 5);
+        const ParamList data{{QStringLiteral("5"), ParamList{{id, 99}}}};
+        Bytes expected = k_change.left(9) + Bytes(settings, '\0') + '\xF7';
+        expected[9 + i] = 99;
+        int len = codec.getMessageLen(3);
+        QCOMPARE(len, expected.size());
+        Bytes buffer(len, '\0');
+        QVERIFY(codec.createMessage(3, data, reinterpret_cast<unsigned char*>(buffer.data()), &len));
+        QCOMPARE(buffer, expected);
+        QCOMPARE(feed(codec, buffer).data.value(QStringLiteral("5")).toMap().value(id), QVariant(99));
     }
 }
 

@@ -22,6 +22,7 @@ class TestParamManager : public CTestCase
   private slots:
     void factoryPreset_data();
     void factoryPreset();
+    void settingRanges();
     void idsOfSettings_data();
     void idsOfSettings();
     void missingKeyReadsAsZero();
@@ -61,6 +62,14 @@ void TestParamManager::factoryPreset()
     QFETCH(QList<int>, row);
     const auto& preset = k_defaultParamList[static_cast<std::size_t>(knob)];
     QCOMPARE(QList<int>(preset.begin(), preset.end()), row);
+}
+
+void TestParamManager::settingRanges()
+{
+    QList<std::pair<int, int>> ranges;
+    for (const SettingParam& setting : k_settingParams)
+        ranges.append({setting.category, setting.highest});
+    QCOMPARE(ranges, (QList<std::pair<int, int>>{{1100, 127}, {1200, 15}, {1300, 127}, {1400, 127}, {1500, 3}}));
 }
 
 void TestParamManager::idsOfSettings_data()

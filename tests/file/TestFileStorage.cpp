@@ -1,6 +1,6 @@
 #include "app/common/Constants.h"
 #include "file/CFileWrapper.h"
-#include "file/ReadRegularFile.h"
+#include "file/RegularFile.h"
 #include "tests/file/SettingsFixture.h"
 #include "tests/support/CTestCase.h"
 
@@ -108,7 +108,10 @@ class TestFileStorage : public CTestCase
 
     void writeThroughALinkKeepsTheLink_data();
     void writeThroughALinkKeepsTheLink();
+    void writeThroughALinkToANameThatIsNoTextFails_data();
     void writeThroughALinkToANameThatIsNoTextFails();
+    void writeThroughALinkOutOfALinkedFolder_data();
+    void writeThroughALinkOutOfALinkedFolder();
     void writeThroughLinksWithoutEndFails();
 
     void readRefusesWhatIsNoFile_data();
@@ -249,6 +252,9 @@ void TestFileStorage::writeRefusesWhatIsNoFile_data()
     QTest::newRow("no name") << "";
     QTest::newRow("folder") << "folder";
     QTest::newRow("FIFO that nobody reads") << "fifo";
+    QTest::newRow("link to a folder") << "link-to-folder";
+    QTest::newRow("link to a FIFO") << "link-to-fifo";
+    QTest::newRow("link into a missing folder") << "link-to-missing";
     QTest::newRow("full device") << "/dev/full";
     QTest::newRow("missing folder") << "missing/a.CJX";
     QTest::newRow("a file as folder") << "file/a.CJX";
@@ -261,13 +267,17 @@ void TestFileStorage::writeRefusesWhatIsNoFile()
     QFETCH(QString, name);
     QVERIFY(QDir(m_settings->folder.path()).mkdir("folder"));
     QCOMPARE(::mkfifo(QFile::encodeName(m_settings->path("fifo")).constData(), 0600), 0);
+    QVERIFY(QFile::link("folder", m_settings->path("link-to-folder")));
+    QVERIFY(QFile::link("fifo", m_settings->path("link-to-fifo")));
+    QVERIFY(QFile::link("missing/a.CJX", m_settings->path("link-to-missing")));
     QCOMPARE(m_settings->file("file", k_oldBytes), m_settings->path("file"));
     const QString path = name.isEmpty() || name.startsWith('/') ? name : m_settings->path(name);
     CFileWrapper file(nullptr, &m_settings->memory);
     QCOMPARE(file.write(path), k_saveError);
-    QCOMPARE(leftovers({"folder", "fifo", "file"}), QStringList());
+    QCOMPARE(leftovers({"folder", "fifo", "file", "link-to-folder", "link-to-fifo", "link-to-missing"}), QStringList());
     QVERIFY(QFileInfo(m_settings->path("folder")).isDir());
     QVERIFY(!QFileInfo(m_settings->path("fifo")).isFile());
+    QVERIFY(QFileInfo(m_settings->path("link-to-fifo")).isSymLink());
     QVERIFY(!QFileInfo("/dev/full").isFile());
 }
 
@@ -358,19 +368,63 @@ void TestFileStorage::writeThroughALinkKeepsTheLink()
     QCOMPARE(leftovers(links + QStringList{"elsewhere"}), QStringList());
 }
 
+void TestFileStorage::writeThroughALinkToANameThatIsNoTextFails_data()
+{
+    QTest::addColumn<bool>("exists");
+    QTest::addColumn<bool>("isBehindASecondLink");
+    QTest::newRow("file") << true << false;
+    QTest::newRow("nothing") << false << false;
+    QTest::newRow("file, behind a second link") << true << true;
+    QTest::newRow("nothing, behind a second link") << false << true;
+}
+
 void TestFileStorage::writeThroughALinkToANameThatIsNoTextFails()
 {
+    QFETCH(bool, exists);
+    QFETCH(bool, isBehindASecondLink);
     // Under the text that comes nearest to its name it would be another file, and this one would stay as it was.
     const std::filesystem::path file = m_settings->path("set-").toStdString() + "\xff.CJX";
-    std::ofstream(file) << "the old file";
-    const QString link = m_settings->path("link.CJX");
+    if (exists)
+        std::ofstream(file) << "the old file";
+    QString link = m_settings->path("link.CJX");
     std::filesystem::create_symlink(file, link.toStdString());
+    if (isBehindASecondLink) {
+        QVERIFY(QFile::link("link.CJX", m_settings->path("second.CJX")));
+        link = m_settings->path("second.CJX");
+    }
     CFileWrapper settings(nullptr, &m_settings->memory);
     QCOMPARE(settings.write(link), k_saveError);
-    QCOMPARE(std::filesystem::file_size(file), std::uintmax_t{12});
+    QCOMPARE(std::filesystem::exists(file), exists);
+    if (exists)
+        QCOMPARE(std::filesystem::file_size(file), std::uintmax_t{12});
     const auto isOther = [&](const auto& entry) { return entry.path() != file && !entry.is_symlink(); };
     QCOMPARE(std::ranges::count_if(std::filesystem::directory_iterator(file.parent_path()), isOther), 0);
     std::filesystem::remove(file); // the toolkit, which removes the folder, cannot
+}
+
+void TestFileStorage::writeThroughALinkOutOfALinkedFolder_data()
+{
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("file") << true;
+    QTest::newRow("nothing") << false;
+}
+
+void TestFileStorage::writeThroughALinkOutOfALinkedFolder()
+{
+    // ".." is the folder above the one that is linked, and not the one that the link is in.
+    QFETCH(bool, exists);
+    QVERIFY(QDir(m_settings->folder.path()).mkpath("above/folder"));
+    const QString target = m_settings->path("above/a.CJX");
+    if (exists)
+        QCOMPARE(m_settings->file("above/a.CJX", k_oldBytes), target);
+    QVERIFY(QFile::link("above/folder", m_settings->path("linked")));
+    // The toolkit would make a link without "..".
+    std::filesystem::create_symlink("linked/../a.CJX", m_settings->path("link").toStdString());
+    CFileWrapper file(nullptr, &m_settings->memory);
+    QCOMPARE(file.write(m_settings->path("link")), QString());
+    QCOMPARE(SettingsFixture::bytesOf(target), m_written);
+    QVERIFY(QFileInfo(m_settings->path("link")).isSymLink());
+    QCOMPARE(leftovers({"above", "linked", "link"}), QStringList());
 }
 
 void TestFileStorage::writeThroughLinksWithoutEndFails()

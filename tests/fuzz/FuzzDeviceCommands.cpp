@@ -52,14 +52,13 @@ void checkArguments(const QStringList& arguments)
 /// The command as its user would type it, for those that take numbers or bytes.
 QByteArray typed(const DeviceCommand& command)
 {
-    constexpr std::array<const char*, 5> k_names = {"cc", "ch", "max", "min", "led"}; // as in k_settingOrder
     if (command.action == DeviceCommand::Action::Send)
         return "send " + command.bytes.toHex(' ');
     const QByteArray knob = QByteArray::number(command.knob) + ' ';
     if (command.action == DeviceCommand::Action::Turn)
         return "turn " + knob + QByteArray::number(command.value);
-    const auto setting = std::ranges::find(k_settingOrder, command.setting) - k_settingOrder.begin();
-    return "set " + knob + k_names.at(static_cast<std::size_t>(setting)) + ' ' + QByteArray::number(command.value);
+    const auto* setting = std::ranges::find(k_deviceSettings, command.setting, &DeviceSetting::member);
+    return "set " + knob + setting->command + ' ' + QByteArray::number(command.value);
 }
 
 void checkCommand(const QByteArray& line)

@@ -165,7 +165,7 @@ void checkSending(const CMemAPIWrapper& memory, int knob)
             "the device takes the message as one about this knob");
     const KnobSettings settings = DeviceMessages::settingsOf(message);
     for (std::size_t i = 0; i < k_settingCategories.size(); ++i)
-        require(settings.*k_settingOrder[i] == std::min(memory.getParam(k_settingCategories[i] + knob), 127),
+        require(settings.*k_deviceSettings[i].member == std::min(memory.getParam(k_settingCategories[i] + knob), 127),
                 "the device reads the values that the table holds");
 }
 } // namespace

@@ -60,9 +60,9 @@ class CSettings
         require(error.isEmpty() || error == k_openError, "a file is read, or refused in the words for that");
         require(settingsOnly(list()) == list(), "nothing but settings enters the memory");
         for (int knob = 0; knob < k_numOfKnobs; ++knob) {
-            for (std::size_t i = 0; i < k_settingCategories.size(); ++i) {
-                const int value = m_memory.getParam(k_settingCategories[i] + knob);
-                require(value >= 0 && value <= k_highestSettings[i], "every setting is in its range");
+            for (const SettingParam& setting : k_settingParams) {
+                const int value = m_memory.getParam(setting.category + knob);
+                require(value >= 0 && value <= setting.highest, "every setting is in its range");
             }
         }
         return error.isEmpty();

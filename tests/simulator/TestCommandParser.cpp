@@ -24,6 +24,7 @@ class TestCommandParser : public CTestCase
     void refusesInOneLine_data();
     void refusesInOneLine();
     void helpNamesEveryCommand();
+    void helpNamesEverySetting();
     void anyBytesGiveACommandOrOneLine();
 };
 
@@ -139,6 +140,11 @@ void TestCommandParser::helpNamesEveryCommand()
     for (const QString& line : lines)
         verbs += line.simplified().section(' ', 0, 0);
     QCOMPARE(verbs, QStringList({"turn", "set", "send", "show", "silent", "answer", "unplug", "help", "quit"}));
+}
+
+void TestCommandParser::helpNamesEverySetting()
+{
+    QVERIFY(CCommandParser::help().contains("sets cc, ch (0 to 15), max, min or led (0 to 3) at the device"));
 }
 
 void TestCommandParser::anyBytesGiveACommandOrOneLine()

@@ -71,7 +71,7 @@ void TestDevicePanel::showsWhatEveryKnobHolds()
         const KnobSettings settings = m_device->settings(knob);
         QCOMPARE(label->text(), QStringLiteral("Value 0\nCC %1\nChannel 0\nMax 127\nMin 0\nLED %2")
                                     .arg(settings.cc)
-                                    .arg(ledInWords(settings.led)));
+                                    .arg(settings.led == 2 ? "concave" : "ascent"));
     }
 }
 

@@ -21,6 +21,7 @@ class TestControlView : public CControlViewTest
     void controlsHaveTheirPlaces_data();
     void controlsHaveTheirPlaces();
     void editorsAreBuiltInTheirOrder();
+    void everySettingHasAnEditorOfItsRange();
     void editorsHaveTheirSliders_data();
     void editorsHaveTheirSliders();
     void ledTypeEditorShowsFourPictures();
@@ -80,6 +81,25 @@ void TestControlView::editorsAreBuiltInTheirOrder()
     for (const CSlideEditor* editor : m_page5->findChildren<CSlideEditor*>())
         ids.append(editor->controllerID());
     QCOMPARE(ids, QList<int>({1105, 1205, 1305, 1405, 1505}));
+}
+
+void TestControlView::everySettingHasAnEditorOfItsRange()
+{
+    int control = 1;
+    for (const SettingParam& setting : k_settingParams) {
+        QCOMPARE(editorOf(m_page5, control)->controllerID(), setting.category + 5);
+        const QAbstractSlider* slider = sliderOf(m_page5, control);
+        QCOMPARE(slider->minimum(), 0);
+        QCOMPARE(slider->maximum(), setting.highest);
+        const QRect place(slider->mapTo(m_page5, QPoint(0, 0)), slider->size());
+        QVERIFY(m_page5->rect().contains(place));
+        for (int other = 1; other < control; ++other) {
+            const QAbstractSlider* above = sliderOf(m_page5, other);
+            QVERIFY(!place.intersects(QRect(above->mapTo(m_page5, QPoint(0, 0)), above->size())));
+        }
+        ++control;
+    }
+    QCOMPARE(m_page5->findChildren<CSlideEditor*>().size(), control - 1);
 }
 
 void TestControlView::editorsHaveTheirSliders_data()

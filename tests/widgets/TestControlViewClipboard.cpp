@@ -13,6 +13,8 @@ class TestControlViewClipboard : public CControlViewTest
   private slots:
     void formatNames_data();
     void formatNames();
+    void everyControlHasAFormatOfItsOwn();
+    void copiedIsWhatAPageCopies();
     void freshPageCopiesTheWholeKnob();
     void copiedSettingIsItsStoredValueAsText_data();
     void copiedSettingIsItsStoredValueAsText();
@@ -47,6 +49,32 @@ void TestControlViewClipboard::formatNames()
 {
     QFETCH(QString, format);
     QTEST(format, "name");
+}
+
+void TestControlViewClipboard::everyControlHasAFormatOfItsOwn()
+{
+    const int controls = 1 + static_cast<int>(k_numOfSettings);
+    QStringList formats;
+    for (int control = 0; control < controls; ++control) {
+        select(m_page2, control);
+        m_page2->copy();
+        formats += QGuiApplication::clipboard()->mimeData()->formats();
+    }
+    QCOMPARE(formats.size(), controls);
+    QCOMPARE(formats.removeDuplicates(), 0);
+}
+
+void TestControlViewClipboard::copiedIsWhatAPageCopies()
+{
+    for (int control = 0; control <= static_cast<int>(k_numOfSettings); ++control) {
+        select(m_page2, control);
+        m_page2->copy();
+        QVERIFY(CControlView::isCopied(*QGuiApplication::clipboard()->mimeData()));
+    }
+    QMimeData other;
+    QVERIFY(!CControlView::isCopied(other));
+    other.setText(QStringLiteral("64"));
+    QVERIFY(!CControlView::isCopied(other));
 }
 
 void TestControlViewClipboard::freshPageCopiesTheWholeKnob()
