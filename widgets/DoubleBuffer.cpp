@@ -78,6 +78,11 @@ void DoubleBuffer::updateDoubleBufferPixmap()
     m_dirty = false;
 }
 
+QWidget* DoubleBuffer::widget() const
+{
+    return m_widget;
+}
+
 bool DoubleBuffer::fitsWidget() const
 {
     return m_pixmap.size() == deviceSize(*m_widget) &&
