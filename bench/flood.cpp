@@ -13,7 +13,7 @@
 #include "simulator/CSimulatedDevice.h"
 #include "simulator/CSimulatedSystem.h"
 #include "widgets/CKnobLED.h"
-#include "widgets/KnobLEDIndex.h"
+#include "widgets/KnobLEDStates.h"
 
 #include <QElapsedTimer>
 #include <QTimer>

@@ -11,7 +11,7 @@
 #include "widgets/CControlView.h"
 #include "widgets/CKnobLED.h"
 #include "widgets/CSlideEditor.h"
-#include "widgets/KnobLEDIndex.h"
+#include "widgets/KnobLEDStates.h"
 
 #include <QAbstractSlider>
 #include <QAction>
