@@ -14,6 +14,7 @@ class CAboutView;
 class CConnectionMonitor;
 class CControlView;
 class CFileWrapper;
+class CInfoView;
 class CMemAPIWrapper;
 class CMenuManager;
 class CReceptionMonitor;
@@ -89,6 +90,9 @@ class CMainWindow : public CFrame
     void createControlViews();
     void createOnlineMark();
     void createConnectionMonitors();
+
+    /// Raises the overlay for a view that fills it, until the view closes and goes.
+    void showOverlay(CInfoView* view);
     [[nodiscard]] CControlView* selectedControlView() const;
 
     /// Accepts a number that is being typed, so that no command misses it.
@@ -97,9 +101,6 @@ class CMainWindow : public CFrame
     /// Shows every knob's settings and sends them to the device.
     void updateAndSendAllKnobs();
     void sendAllKnobs();
-
-    /// Unbinds every proxy below the widget, which may then outlive the memory.
-    void releaseSubController(QWidget* widget);
 
     std::unique_ptr<Ui_MainWindow> m_form;
     std::unique_ptr<CMemAPIWrapper> m_memory;
