@@ -1,8 +1,8 @@
 #include "widgets/CTextSlider.h"
 
-#include "app/common/PointerWarp.h"
 #include "widgets/CLineEdit.h"
 #include "widgets/NumberText.h"
+#include "widgets/PointerWarp.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #include "widgets/DoubleBuffer.h"
 
-#include "app/common/OpaquePixmap.h"
+#include "app/common/SkinPixmap.h"
 
 #include <QEvent>
 #include <QPainter>
