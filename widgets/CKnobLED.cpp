@@ -8,16 +8,17 @@
 #include <QPropertyAnimation>
 
 #include <algorithm>
+#include <chrono>
 
 namespace
 {
-constexpr int k_fadeTime = 200; // ms
+constexpr std::chrono::milliseconds k_fadeTime{200};
 } // namespace
 
 CKnobLED::CKnobLED(QWidget* parent)
     : QWidget(parent), m_fadeAnimation(new QPropertyAnimation(this, QByteArrayLiteral("alpha"), this))
 {
-    m_fadeAnimation->setDuration(k_fadeTime);
+    m_fadeAnimation->setDuration(static_cast<int>(k_fadeTime.count()));
     m_fadeAnimation->setEasingCurve(QEasingCurve::Linear);
     connect(&m_frameGate, &CFrameGate::frame, this, qOverload<>(&QWidget::update));
 }

@@ -7,6 +7,8 @@
 #include <QTimer>
 #include <QWheelEvent>
 
+#include <chrono>
+
 namespace
 {
 constexpr int k_minimumRow = 0;
@@ -16,7 +18,7 @@ constexpr int k_downRow = 3;
 constexpr int k_maximumRow = 4;
 constexpr int k_rows = 5;
 
-constexpr int k_flashMilliseconds = 100;
+constexpr std::chrono::milliseconds k_flashTime{100};
 } // namespace
 
 CSpinButton::CSpinButton(QWidget* parent) : QAbstractSlider(parent), StripBuffer(this)
@@ -201,5 +203,5 @@ void CSpinButton::flash(bool up)
     m_upShownDown = up;
     m_downShownDown = !up;
     updateDoubleBuffer();
-    m_flashTimer->start(k_flashMilliseconds);
+    m_flashTimer->start(k_flashTime);
 }

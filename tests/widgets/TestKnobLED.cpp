@@ -460,7 +460,7 @@ void TestKnobLED::floodRepaintsAtMost60TimesASecond()
         QTRY_COMPARE(knob->findChild<QPropertyAnimation*>()->state(), QAbstractAnimation::Stopped);
         QTRY_VERIFY(!knob->findChild<CFrameGate*>()->isPending());
     }
-    const auto mostPaints = time.elapsed() / CFrameGate::k_interval + 2;
+    const auto mostPaints = time.elapsed() / CFrameGate::k_interval.count() + 2;
     for (const auto& [knob, paints] : counter.m_paints) {
         QVERIFY(paints > 2);
         QVERIFY2(paints <= mostPaints, qPrintable(QString::number(paints)));
