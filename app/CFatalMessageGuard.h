@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QtGlobal>
 
 /// While it lives, a fatal message of the toolkit goes to standard error as one line and ends the process with status 1
@@ -19,3 +20,7 @@ class CFatalMessageGuard
   private:
     QtMessageHandler m_previous;
 };
+
+/// A message handler that drops every diagnostic of the toolkit, for whoever hands it to qInstallMessageHandler(). The
+/// editor itself does not: what the toolkit has to say belongs on standard error. Any thread.
+void doNotOutputMessage(QtMsgType type, const QMessageLogContext& context, const QString& text);

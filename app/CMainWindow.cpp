@@ -9,6 +9,7 @@
 #include "connection/CConnectionMonitor.h"
 #include "connection/CReceptionMonitor.h"
 #include "connection/CStartConnectionManager.h"
+#include "device/CMemAPIProxy.h"
 #include "device/CMemAPIWrapper.h"
 #include "file/CFileWrapper.h"
 #include "style/CAboutView.h"
@@ -23,6 +24,7 @@
 #include <QPainter>
 
 #include <array>
+#include <vector>
 
 namespace
 {
@@ -42,6 +44,18 @@ constexpr char k_minimumButtonImagePath[] = ":/images/ktz_btn_minimum.png";
 constexpr char k_pinButtonImagePath[] = ":/images/ktz_btn_pin.png";
 constexpr char k_mainWindowImagePath[] = ":images/ktz_jx_main_window.png";
 constexpr char k_infoImagePath[] = ":images/ktz_jx_info_view.png";
+
+/// All that binds something below the widget to the memory.
+std::vector<CMemAPIProxy*> proxiesBelow(const QWidget* widget)
+{
+    std::vector<CMemAPIProxy*> proxies;
+    const QObjectList all = widget->findChildren<QObject*>();
+    for (QObject* below : all) {
+        if (auto* proxy = dynamic_cast<CMemAPIProxy*>(below))
+            proxies.push_back(proxy);
+    }
+    return proxies;
+}
 } // namespace
 
 CMainWindow::CMainWindow(const ConnectionTimes& times, const SplashTimes& splashTimes)
@@ -60,7 +74,10 @@ CMainWindow::~CMainWindow()
     // monitor may still be running: a window can close before the device's first answer.
     delete m_connectionMonitor;
     delete m_receptionMonitor;
-    releaseSubController(this);
+    for (CMemAPIProxy* proxy : proxiesBelow(this)) {
+        proxy->unregisterObserverFromMemAPI();
+        proxy->initialize(nullptr);
+    }
     QGuiApplication::clipboard()->disconnect(this);
     m_memory.reset();
     m_menuManager.reset();
@@ -136,25 +153,9 @@ void CMainWindow::createControlViews()
 
 void CMainWindow::initializeSubController(QWidget* widget)
 {
-    for (QObject* child : widget->children()) {
-        if (auto* proxy = dynamic_cast<CMemAPIProxy*>(child)) {
-            proxy->initialize(m_memory.get());
-            proxy->setPortName(k_jxEditorPortName);
-        }
-        if (child->isWidgetType())
-            initializeSubController(static_cast<QWidget*>(child));
-    }
-}
-
-void CMainWindow::releaseSubController(QWidget* widget)
-{
-    for (QObject* child : widget->children()) {
-        if (auto* proxy = dynamic_cast<CMemAPIProxy*>(child)) {
-            proxy->unregisterObserverFromMemAPI();
-            proxy->initialize(nullptr);
-        }
-        if (child->isWidgetType())
-            releaseSubController(static_cast<QWidget*>(child));
+    for (CMemAPIProxy* proxy : proxiesBelow(widget)) {
+        proxy->initialize(m_memory.get());
+        proxy->setPortName(k_jxEditorPortName);
     }
 }
 
@@ -187,14 +188,10 @@ void CMainWindow::showSplash()
         return;
     m_splash = new CSplashView(m_overlay, this, largeSkinPixmap(k_infoImagePath), m_splashTimes);
     m_splash->initialize(k_editorName, k_version, k_copyright);
-    connect(m_splash, SIGNAL(closed()), m_overlay, SLOT(hide()));
     connect(m_splash, SIGNAL(finished()), this, SLOT(backupMemAPI()));
     connect(m_splash, SIGNAL(finished()), this, SLOT(applicationFileOpen()));
     connect(m_splash, SIGNAL(finished()), this, SLOT(endInitialize()));
-    m_splash->setAttribute(Qt::WA_DeleteOnClose);
-    m_splash->setGeometry(QRect(QPoint(0, 0), k_viewRect.size()));
-    m_overlay->raise();
-    m_overlay->show();
+    showOverlay(m_splash);
     m_splash->showView();
 }
 
@@ -204,12 +201,17 @@ void CMainWindow::about()
         return;
     m_about = new CAboutView(m_overlay, this, largeSkinPixmap(k_infoImagePath));
     m_about->initialize(k_editorName, k_version, k_copyright);
-    connect(m_about, SIGNAL(closed()), m_overlay, SLOT(hide()));
-    m_about->setAttribute(Qt::WA_DeleteOnClose);
-    m_about->setGeometry(QRect(QPoint(0, 0), k_viewRect.size()));
+    showOverlay(m_about);
+    m_about->showView();
+}
+
+void CMainWindow::showOverlay(CInfoView* view)
+{
+    connect(view, SIGNAL(closed()), m_overlay, SLOT(hide()));
+    view->setAttribute(Qt::WA_DeleteOnClose);
+    view->setGeometry(QRect(QPoint(0, 0), k_viewRect.size()));
     m_overlay->raise();
     m_overlay->show();
-    m_about->showView();
 }
 
 void CMainWindow::startEditOperation()

@@ -14,6 +14,7 @@ class CAboutView;
 class CConnectionMonitor;
 class CControlView;
 class CFileWrapper;
+class CInfoView;
 class CMemAPIWrapper;
 class CMenuManager;
 class CReceptionMonitor;
@@ -89,13 +90,13 @@ class CMainWindow : public CFrame
     void createControlViews();
     void createOnlineMark();
     void createConnectionMonitors();
+
+    /// Raises the overlay for a view that fills it, until the view closes and goes.
+    void showOverlay(CInfoView* view);
     [[nodiscard]] CControlView* selectedControlView() const;
 
     /// Accepts a number that is being typed, so that no command misses it.
     void finishTyping();
-
-    /// Unbinds every proxy below the widget, which may then outlive the memory.
-    void releaseSubController(QWidget* widget);
 
     std::unique_ptr<Ui_MainWindow> m_form;
     std::unique_ptr<CMemAPIWrapper> m_memory;

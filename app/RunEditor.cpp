@@ -5,8 +5,8 @@
 #include "app/CMainWindow.h"
 #include "app/CSingleEditor.h"
 #include "app/LocalFile.h"
-#include "app/common/SkinFonts.h"
 #include "app/common/SkinPixmap.h"
+#include "app/common/Utilities.h"
 #include "style/CJXStyle.h"
 
 #include <QIcon>
@@ -65,7 +65,7 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, Editor
     QApplication::setStyle(new CJXStyle); // the application owns it from here on
     Q_INIT_RESOURCE(common_images);
     // Without a font of the skin its text appears in the desktop's: readable, if not as drawn.
-    static_cast<void>(registerSkinFonts());
+    static_cast<void>(Utilities::registerSkinFonts());
     QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     QApplication::setWindowIcon(windowIcon());
     // The order on the screen: the companion first, so that the editor comes up in front of it.

@@ -7,13 +7,14 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 
 namespace
 {
-constexpr int k_logInterval = 50; // milliseconds
-constexpr int k_edge = 40;        // pixels, room for the panel's frame and title
+constexpr std::chrono::milliseconds k_logInterval{50};
+constexpr int k_edge = 40; // pixels, room for the panel's frame and title
 
 /// The bench panel beside the place where the editor comes up; every message is in the log soon after it has passed.
 std::unique_ptr<QWidget> makeBench(CSimulatedDevice& device, CTrafficFile& log)

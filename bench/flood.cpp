@@ -13,7 +13,7 @@
 #include "simulator/device/CSimulatedDevice.h"
 #include "simulator/transports/CSimulatedSystem.h"
 #include "widgets/CKnobLED.h"
-#include "widgets/KnobLEDIndex.h"
+#include "widgets/KnobLEDStates.h"
 
 #include <QElapsedTimer>
 #include <QTimer>

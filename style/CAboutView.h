@@ -1,20 +1,14 @@
 #pragma once
 
-#include "style/CInfoFace.h"
-#include "widgets/COverlapView.h"
-
-class COnOffButton;
-class QPropertyAnimation;
+#include "style/CInfoView.h"
 
 /// Says what the editor is: drops over the window with a bounce, and rises again when its close button is clicked
 /// or Escape is pressed.
 ///
-/// Units    logical pixels.      Threads  GUI thread only.
-/// Owns     its button and its animation, as children. Whoever creates it sets Qt::WA_DeleteOnClose.
-class CAboutView : public COverlapView
+/// Owns     its button, as a child.
+class CAboutView : public CInfoView
 {
     Q_OBJECT
-    Q_PROPERTY(int animVariable READ getAnimVariable WRITE setAnimVariable)
 
   public:
     /// window   borrowed; locked as long as this view lives.
@@ -25,24 +19,6 @@ class CAboutView : public COverlapView
 
     void showView();
 
-    /// How far the view is above its place.
-    [[nodiscard]] int getAnimVariable() const;
-    void setAnimVariable(int v);
-
   public slots:
     void hideView(); ///< rises and closes; while it already rises, nothing happens
-    void closeView();
-
-  signals:
-    void closed();
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
-
-  private:
-    CInfoFace m_face;
-    COnOffButton* m_closeButton = nullptr;
-    QPropertyAnimation* m_dropAnimation = nullptr;
-    int m_animVariable = 0;
-    bool m_rising = false;
 };

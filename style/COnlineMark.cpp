@@ -5,13 +5,15 @@
 #include <QPainter>
 #include <QPropertyAnimation>
 
+#include <chrono>
+
 namespace
 {
 constexpr char k_onlineImagePath[] = ":/images/ktz_led_online.png";
 constexpr int k_showMarkMaskValue = 255;
 constexpr int k_hideMarkMaskValue = 0;
 
-constexpr int k_fadeTime = 1000; // milliseconds
+constexpr std::chrono::milliseconds k_fadeTime{1000};
 } // namespace
 
 COnlineMark::COnlineMark(QWidget* parent) : QWidget(parent), m_alpha(k_showMarkMaskValue) {}
@@ -20,7 +22,7 @@ void COnlineMark::initialize()
 {
     // cppcheck-suppress publicAllocationError ; called once, and the mark owns it
     m_fadeAnimation = new QPropertyAnimation(this, "alpha", this);
-    m_fadeAnimation->setDuration(k_fadeTime);
+    m_fadeAnimation->setDuration(static_cast<int>(k_fadeTime.count()));
     m_fadeAnimation->setEasingCurve(QEasingCurve::InQuad);
 
     // Two frames, one above the other, of which the lower is the lit one; rows in device pixels.

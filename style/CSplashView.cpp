@@ -1,8 +1,6 @@
 #include "style/CSplashView.h"
 
-#include "app/common/Constants.h"
 #include "app/common/SkinPixmap.h"
-#include "app/common/Utilities.h"
 
 #include <QPainter>
 #include <QPropertyAnimation>
@@ -14,21 +12,20 @@ constexpr char k_bgProgressBarImagePath[] = ":images/ktz_back_status_bar.png";
 constexpr char k_progressBarImagePath[] = ":images/ktz_status_bar.png";
 constexpr QPoint k_bgProgressBarPos{116, 395};
 constexpr QPoint k_progressBarPos{122, 402};
+
+constexpr QPoint k_rightwards{1, 0};
 } // namespace
 
 CSplashView::CSplashView(QWidget* parent, QWidget* window, QPixmap background, const SplashTimes& times)
-    : COverlapView(parent, window), m_times(times)
+    : CInfoView(parent, window, std::move(background), k_rightwards), m_times(times)
 {
-    m_face.background = std::move(background);
 }
 
 void CSplashView::initialize(QString editorName, QString version, QString copyright)
 {
-    m_face.editorName = std::move(editorName);
-    m_face.version = std::move(version);
-    m_face.copyright = std::move(copyright);
-    setFont(QFont(k_fontGLT8));
-    Utilities::adjustFont(this);
+    initializeInfo(std::move(editorName), std::move(version), std::move(copyright));
+    animation()->setDuration(static_cast<int>(m_times.slide.count()));
+    animation()->setEasingCurve(QEasingCurve::OutInBack);
 
     m_barBackground = skinPixmap(k_bgProgressBarImagePath);
     m_bar = skinPixmap(k_progressBarImagePath);
@@ -40,11 +37,6 @@ void CSplashView::initialize(QString editorName, QString version, QString copyri
     m_timeoutTimer->setInterval(m_times.longestWait);
     m_timeoutTimer->setSingleShot(true);
     connect(m_timeoutTimer, SIGNAL(timeout()), this, SLOT(timeout()));
-
-    m_slideAnimation = new QPropertyAnimation(this, "animVariable", this);
-    m_slideAnimation->setDuration(static_cast<int>(m_times.slide.count()));
-    m_slideAnimation->setEasingCurve(QEasingCurve::OutInBack);
-    connect(m_slideAnimation, SIGNAL(finished()), this, SLOT(closeView()));
 }
 
 void CSplashView::showView()
@@ -56,24 +48,11 @@ void CSplashView::showView()
 
 void CSplashView::hideView()
 {
-    if (m_minimumShowRunning || !m_editorIsReady || m_slideAnimation->state() == QAbstractAnimation::Running)
+    if (m_minimumShowRunning || !m_editorIsReady || isSlidingOut())
         return;
     m_timeoutTimer->stop();
     emit finished();
-    m_slideAnimation->setStartValue(0);
-    m_slideAnimation->setEndValue(width());
-    m_slideAnimation->start();
-}
-
-int CSplashView::getAnimVariable() const
-{
-    return m_animVariable;
-}
-
-void CSplashView::setAnimVariable(int v)
-{
-    m_animVariable = v;
-    move(v, 0);
+    slideOut(width());
 }
 
 int CSplashView::barWidth(int wholeWidth, std::chrono::milliseconds elapsed, std::chrono::milliseconds fill)
@@ -105,8 +84,7 @@ void CSplashView::closeView()
 {
     m_showTimer->stop();
     m_timeoutTimer->stop();
-    emit closed();
-    close();
+    CInfoView::closeView();
 }
 
 void CSplashView::timeout()
@@ -118,17 +96,13 @@ void CSplashView::timeout()
     hideView();
 }
 
-void CSplashView::paintEvent(QPaintEvent*)
+void CSplashView::paintEvent(QPaintEvent* event)
 {
+    CInfoView::paintEvent(event);
     QPainter painter(this);
-    m_face.paintBackground(&painter);
     painter.drawPixmap(k_bgProgressBarPos, m_barBackground);
 
     const QSize bar = m_bar.deviceIndependentSize().toSize();
-    painter.save();
     painter.setClipRect(QRect(k_progressBarPos, QSize(barWidth(bar.width(), m_elapsed, m_times.fill), bar.height())));
     painter.drawPixmap(k_progressBarPos, m_bar);
-    painter.restore();
-
-    m_face.paintText(&painter);
 }

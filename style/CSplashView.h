@@ -1,22 +1,18 @@
 #pragma once
 
-#include "style/CInfoFace.h"
+#include "style/CInfoView.h"
 #include "style/SplashTimes.h"
-#include "widgets/COverlapView.h"
 
-class QPropertyAnimation;
 class QTimer;
 
 /// Covers the window at start-up, with a bar that fills, and slides out to the right when the editor is ready and the
 /// minimum time over. Only an editor that never says that it is ready is not waited for any longer than the longest
 /// wait: a connection that took long leaves the whole minimum time for what the device then tells.
 ///
-/// Units    logical pixels.      Threads  GUI thread only.
-/// Owns     its timers and its animation, as children. Whoever creates it sets Qt::WA_DeleteOnClose.
-class CSplashView : public COverlapView
+/// Owns     its timers, as children.
+class CSplashView : public CInfoView
 {
     Q_OBJECT
-    Q_PROPERTY(int animVariable READ getAnimVariable WRITE setAnimVariable)
 
   public:
     /// window   borrowed; locked as long as this view lives.
@@ -31,10 +27,6 @@ class CSplashView : public COverlapView
     /// nothing happens. finished() has been emitted on return.
     void hideView();
 
-    /// The view's left edge.
-    [[nodiscard]] int getAnimVariable() const;
-    void setAnimVariable(int v);
-
     /// The bar's width after a time: its whole width after the time in which it fills.
     [[nodiscard]] static int barWidth(int wholeWidth, std::chrono::milliseconds elapsed,
                                       std::chrono::milliseconds fill = SplashTimes().fill);
@@ -42,26 +34,22 @@ class CSplashView : public COverlapView
   public slots:
     void showTimeOver(); ///< a tick more has passed
     void editorReady();
-    void closeView();
+    void closeView() override;
     void timeout(); ///< waits for the editor no longer
 
   signals:
     void finished(); ///< the editor can be used; the view begins to slide
-    void closed();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    CInfoFace m_face;
     QPixmap m_barBackground;
     QPixmap m_bar;
     QTimer* m_showTimer = nullptr;
     QTimer* m_timeoutTimer = nullptr;
     bool m_minimumShowRunning = true;
     bool m_editorIsReady = false;
-    QPropertyAnimation* m_slideAnimation = nullptr;
-    int m_animVariable = 0;
     std::chrono::milliseconds m_elapsed{0};
     const SplashTimes m_times;
 };

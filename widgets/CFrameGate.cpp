@@ -1,7 +1,5 @@
 #include "widgets/CFrameGate.h"
 
-#include <QElapsedTimer>
-
 CFrameGate::CFrameGate(QObject* parent, Clock clock) : QObject(parent), m_clock(std::move(clock))
 {
     m_timer.setSingleShot(true);
@@ -14,9 +12,9 @@ void CFrameGate::request()
 {
     if (m_timer.isActive())
         return;
-    const qint64 rest = m_lastFrame ? *m_lastFrame + k_interval - m_clock() : 0;
-    if (rest > 0)
-        m_timer.start(static_cast<int>(rest));
+    const auto rest = m_lastFrame ? *m_lastFrame + k_interval - m_clock() : std::chrono::milliseconds(0);
+    if (rest > std::chrono::milliseconds(0))
+        m_timer.start(rest);
     else
         open();
 }
@@ -32,9 +30,8 @@ void CFrameGate::open()
     emit frame();
 }
 
-qint64 CFrameGate::monotonicClock()
+std::chrono::milliseconds CFrameGate::monotonicClock()
 {
-    QElapsedTimer timer;
-    timer.start();
-    return timer.msecsSinceReference();
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
 }

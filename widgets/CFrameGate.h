@@ -3,13 +3,13 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
 /// Lets repaint requests through at most once in a frame of the screen, the last one always, and at once when the gate
 /// has been quiet. Nothing runs while no request waits.
 ///
-/// Units    milliseconds.
 /// Threads  that of the object.
 class CFrameGate : public QObject
 {
@@ -17,10 +17,10 @@ class CFrameGate : public QObject
 
   public:
     /// Time that never goes back, counted from any moment.
-    using Clock = std::function<qint64()>;
+    using Clock = std::function<std::chrono::milliseconds()>;
 
     /// The shortest whole time that keeps to 60 frames a second.
-    static constexpr int k_interval = 17;
+    static constexpr std::chrono::milliseconds k_interval{17};
 
     explicit CFrameGate(QObject* parent = nullptr, Clock clock = monotonicClock);
 
@@ -34,10 +34,10 @@ class CFrameGate : public QObject
     void frame();
 
   private:
-    static qint64 monotonicClock();
+    static std::chrono::milliseconds monotonicClock();
     void open();
 
     Clock m_clock;
-    std::optional<qint64> m_lastFrame;
+    std::optional<std::chrono::milliseconds> m_lastFrame;
     QTimer m_timer{this};
 };

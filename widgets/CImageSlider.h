@@ -1,16 +1,11 @@
 #pragma once
 
-#include "device/CMemAPIProxy.h"
-#include "widgets/CSliderDrag.h"
-#include "widgets/DoubleBuffer.h"
-
-#include <QAbstractSlider>
+#include "widgets/CTracklessSlider.h"
 
 /// A slider that shows one picture for each of its values: drag it up or down, or turn the wheel over it.
 ///
 /// Picture  totalImages frames below each other, value 0 at the top, each scaled to the whole widget.
-/// Failure  an edit that the memory takes back is never shown: the value falls back to the memory's.
-class CImageSlider : public QAbstractSlider, public DoubleBuffer, public CMemAPIProxy
+class CImageSlider : public CTracklessSlider
 {
     Q_OBJECT
     Q_PROPERTY(QPixmap image READ getImage WRITE setImage)
@@ -32,30 +27,12 @@ class CImageSlider : public QAbstractSlider, public DoubleBuffer, public CMemAPI
     /// Value steps per pixel of a drag.
     [[nodiscard]] static double getMagnificationForMouseMove(int range, bool fine);
 
-    /// Whether drags may place the pointer, instead of what the window system says.
-    void setPointerWarps(bool warps);
-
-    void updateMemAPI() override;
-
-  public slots:
-    /// Writes the value and redraws.
-    void updateValue();
-
   protected:
-    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
     void paintDoubleBuffer(QPainter* painter) override;
 
   private:
-    /// Ends a press whose release went elsewhere, and a drag with it.
-    void letGo();
-
     QPixmap m_image;
     int m_totalImages = 1;
-    CSliderDrag m_drag{this};
 };

@@ -1,41 +1,24 @@
 #include "widgets/CKnobLED.h"
 
-#include "app/common/SkinPixmap.h"
 #include "device/CMemAPI.h"
 #include "device/DeviceParams.h"
-#include "widgets/FadedImage.h"
-#include "widgets/ImageStrip.h"
-#include "widgets/KnobLEDIndex.h"
 
 #include <QGuiApplication>
 #include <QPainter>
-#include <QPixmapCache>
 #include <QPropertyAnimation>
 
 #include <algorithm>
+#include <chrono>
 
 namespace
 {
-constexpr int k_fadeTime = 200; // ms
-
-/// One state of the ring, cut out of the strip and shared by all knobs.
-QPixmap ledFrame(int index, qreal ratio)
-{
-    const QString key = QStringLiteral("%1 %2 %3").arg(k_knobPath).arg(index).arg(ratio);
-    QPixmap frame;
-    if (!QPixmapCache::find(key, &frame)) {
-        const QPixmap strip = largeSkinPixmap(k_knobPath, ratio);
-        frame = strip.copy(ImageStrip(strip, 1, k_numOfLEDStates).source(0, index).toRect());
-        QPixmapCache::insert(key, frame);
-    }
-    return frame;
-}
+constexpr std::chrono::milliseconds k_fadeTime{200};
 } // namespace
 
 CKnobLED::CKnobLED(QWidget* parent)
     : QWidget(parent), m_fadeAnimation(new QPropertyAnimation(this, QByteArrayLiteral("alpha"), this))
 {
-    m_fadeAnimation->setDuration(k_fadeTime);
+    m_fadeAnimation->setDuration(static_cast<int>(k_fadeTime.count()));
     m_fadeAnimation->setEasingCurve(QEasingCurve::Linear);
     connect(&m_frameGate, &CFrameGate::frame, this, qOverload<>(&QWidget::update));
 }
@@ -96,7 +79,6 @@ void CKnobLED::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const auto [low, high] = std::minmax(m_previousIndex, m_currentIndex);
     const qreal ratio = qGuiApp->devicePixelRatio();
-    painter.drawPixmap(k_ledRect, ledFrame(low, ratio));
-    painter.drawImage(k_ledRect,
-                      fadedImage(ledFrame(high, ratio).toImage().convertToFormat(QImage::Format_ARGB32), m_alpha));
+    painter.drawImage(k_ledRect, knobLEDImage(low, ratio));
+    painter.drawImage(k_ledRect, fadedImage(knobLEDImage(high, ratio), m_alpha));
 }

@@ -2,13 +2,13 @@
 
 #include "device/CMemAPIProxyWrapper.h"
 #include "widgets/CFrameGate.h"
+#include "widgets/KnobLEDStates.h"
 
 #include <QVariant>
 #include <QWidget>
 
 class QPropertyAnimation;
 
-inline const QString k_knobPath = QStringLiteral(":images/ktz_jx_knob.png");
 inline constexpr QRect k_ledRect{22, 22, 43, 43};
 inline const QVariant k_minOpacity(0);
 inline const QVariant k_maxOpacity(255.0);

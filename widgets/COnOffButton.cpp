@@ -1,13 +1,8 @@
 #include "widgets/COnOffButton.h"
 
-#include "widgets/ImageStrip.h"
-
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
-
-#include <algorithm>
 
 namespace
 {
@@ -22,7 +17,7 @@ bool isArrow(int key)
 } // namespace
 
 COnOffButton::COnOffButton(QWidget* parent)
-    : QPushButton(parent), DoubleBuffer(this), m_lastDown(isDown()), m_lastChecked(isChecked())
+    : QPushButton(parent), StripBuffer(this), m_lastDown(isDown()), m_lastChecked(isChecked())
 {
     setFocusPolicy(Qt::ClickFocus);
     connect(this, SIGNAL(pressed()), this, SLOT(checkUpdate()), Qt::DirectConnection);
@@ -33,17 +28,6 @@ COnOffButton::COnOffButton(QWidget* parent)
 COnOffButton::~COnOffButton()
 {
     unregisterObserverFromMemAPI();
-}
-
-Qt::Alignment COnOffButton::alignment() const
-{
-    return m_alignment;
-}
-
-void COnOffButton::setAlignment(Qt::Alignment alignment)
-{
-    m_alignment = alignment;
-    updateDoubleBuffer();
 }
 
 COnOffButton::TOnOffStateTrigger COnOffButton::offStateTrigger() const
@@ -90,17 +74,6 @@ void COnOffButton::setOffValue(int value)
         writeParam(value);
 }
 
-QPixmap COnOffButton::combinedImage() const
-{
-    return m_combinedImage;
-}
-
-void COnOffButton::setCombinedImage(const QPixmap& image)
-{
-    m_combinedImage = image;
-    updateDoubleBuffer();
-}
-
 bool COnOffButton::hasDownImage() const
 {
     return m_hasDownImage;
@@ -109,28 +82,6 @@ bool COnOffButton::hasDownImage() const
 void COnOffButton::setHasDownImage(bool has)
 {
     m_hasDownImage = has;
-    updateDoubleBuffer();
-}
-
-int COnOffButton::imageCategories() const
-{
-    return m_imageCategories;
-}
-
-void COnOffButton::setImageCategories(int count)
-{
-    m_imageCategories = std::max(count, 1);
-    updateDoubleBuffer();
-}
-
-int COnOffButton::category() const
-{
-    return m_category;
-}
-
-void COnOffButton::setCategory(int category)
-{
-    m_category = std::clamp(category, 0, m_imageCategories - 1);
     updateDoubleBuffer();
 }
 
@@ -222,12 +173,9 @@ void COnOffButton::keyReleaseEvent(QKeyEvent* event)
         QAbstractButton::keyReleaseEvent(event);
 }
 
-void COnOffButton::paintDoubleBuffer(QPainter* painter)
+int COnOffButton::imageRows() const
 {
-    if (m_combinedImage.isNull())
-        return;
-    const ImageStrip strip(m_combinedImage, m_imageCategories, m_hasDownImage ? 3 : 2);
-    painter->drawPixmap(strip.target(size(), m_alignment), m_combinedImage, strip.source(m_category, imageRow()));
+    return m_hasDownImage ? 3 : 2;
 }
 
 int COnOffButton::imageRow() const

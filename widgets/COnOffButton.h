@@ -1,16 +1,15 @@
 #pragma once
 
 #include "device/CMemAPIProxy.h"
-#include "widgets/DoubleBuffer.h"
+#include "widgets/StripBuffer.h"
 
 #include <QPushButton>
 
 /// A button with a picture for each of its states, which stand for two values of a parameter.
 ///
-/// Picture  imageCategories columns, of which one is drawn, and 3 rows: off, on, pressed. Without a pressed row a
-///          pressed button looks on.
+/// Picture  3 rows: off, on, pressed. Without a pressed row a pressed button looks on.
 /// Failure  an edit that the memory takes back is never shown: the button falls back to the memory's value.
-class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProxy
+class COnOffButton : public QPushButton, public StripBuffer, public CMemAPIProxy
 {
     Q_OBJECT
     Q_PROPERTY(Qt::Alignment alignment READ alignment WRITE setAlignment)
@@ -35,9 +34,6 @@ class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProx
     explicit COnOffButton(QWidget* parent = nullptr);
     ~COnOffButton() override;
 
-    [[nodiscard]] Qt::Alignment alignment() const;
-    void setAlignment(Qt::Alignment alignment);
-
     [[nodiscard]] TOnOffStateTrigger offStateTrigger() const;
     void setOffStateTrigger(TOnOffStateTrigger trigger);
 
@@ -50,17 +46,8 @@ class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProx
     [[nodiscard]] int offValue() const;
     void setOffValue(int value);
 
-    [[nodiscard]] QPixmap combinedImage() const;
-    void setCombinedImage(const QPixmap& image);
-
     [[nodiscard]] bool hasDownImage() const;
     void setHasDownImage(bool has);
-
-    /// The picture's number of columns, taken as 1 when below, and the column drawn, brought into 0 .. columns - 1.
-    [[nodiscard]] int imageCategories() const;
-    void setImageCategories(int count);
-    [[nodiscard]] int category() const;
-    void setCategory(int category);
 
     /// Checks or unchecks a checkable button; a value of neither state leaves it as it is.
     void updateMemAPI() override;
@@ -78,22 +65,18 @@ class COnOffButton : public QPushButton, public DoubleBuffer, public CMemAPIProx
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    void paintDoubleBuffer(QPainter* painter) override;
+    [[nodiscard]] int imageRows() const override;
+    [[nodiscard]] int imageRow() const override;
 
   private:
     [[nodiscard]] bool losesItsRelease(const QEvent& event) const;
-    [[nodiscard]] int imageRow() const;
     void writeParam(int value);
 
-    Qt::Alignment m_alignment = Qt::AlignCenter;
     TOnOffStateTrigger m_onStateTrigger = buttonRelease;
     TOnOffStateTrigger m_offStateTrigger = buttonRelease;
     int m_onValue = 1;
     int m_offValue = 0;
-    QPixmap m_combinedImage;
     bool m_hasDownImage = true;
-    int m_imageCategories = 1;
-    int m_category = 0;
     bool m_lastDown;
     bool m_lastChecked;
     bool m_heldByPointer = false;

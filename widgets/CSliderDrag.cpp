@@ -1,6 +1,6 @@
 #include "widgets/CSliderDrag.h"
 
-#include "app/common/PointerWarp.h"
+#include "widgets/PointerWarp.h"
 
 #include <QAbstractSlider>
 #include <QCursor>

@@ -8,8 +8,8 @@ class QAbstractSlider;
 class QMouseEvent;
 class QWheelEvent;
 
-/// What the sliders without a track share: a drag up or down changes the value while the pointer is held at the
-/// slider's centre, and the wheel steps. Hiding the pointer, and when a drag begins and ends, is each slider's own.
+/// A drag of a slider without a track: up or down it changes the value while the pointer is held at the slider's
+/// centre. The wheel steps. Hiding the pointer, and when a drag begins and ends, is the slider's.
 ///
 /// Units    positions are global, in logical pixels.
 /// Dense    on a screen whose ratio is not 1 the pointer also stops between two logical pixels. The toolkit rounds that

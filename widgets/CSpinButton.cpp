@@ -1,15 +1,13 @@
 #include "widgets/CSpinButton.h"
 
 #include "widgets/COnOffButton.h"
-#include "widgets/ImageStrip.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QTimer>
 #include <QWheelEvent>
 
-#include <algorithm>
+#include <chrono>
 
 namespace
 {
@@ -20,10 +18,10 @@ constexpr int k_downRow = 3;
 constexpr int k_maximumRow = 4;
 constexpr int k_rows = 5;
 
-constexpr int k_flashMilliseconds = 100;
+constexpr std::chrono::milliseconds k_flashTime{100};
 } // namespace
 
-CSpinButton::CSpinButton(QWidget* parent) : QAbstractSlider(parent), DoubleBuffer(this)
+CSpinButton::CSpinButton(QWidget* parent) : QAbstractSlider(parent), StripBuffer(this)
 {
     setFocusPolicy(Qt::ClickFocus);
 
@@ -57,50 +55,6 @@ COnOffButton* CSpinButton::createHalf(const char* stepSlot)
     connect(half, SIGNAL(released()), this, SLOT(checkUpdate()), Qt::DirectConnection);
     connect(half, SIGNAL(clicked(bool)), this, stepSlot, Qt::DirectConnection);
     return half;
-}
-
-Qt::Alignment CSpinButton::alignment() const
-{
-    return m_alignment;
-}
-
-void CSpinButton::setAlignment(Qt::Alignment alignment)
-{
-    m_alignment = alignment;
-    updateDoubleBuffer();
-}
-
-QPixmap CSpinButton::combinedImage() const
-{
-    return m_combinedImage;
-}
-
-void CSpinButton::setCombinedImage(const QPixmap& image)
-{
-    m_combinedImage = image;
-    updateDoubleBuffer();
-}
-
-int CSpinButton::imageCategories() const
-{
-    return m_imageCategories;
-}
-
-void CSpinButton::setImageCategories(int count)
-{
-    m_imageCategories = std::max(count, 1);
-    updateDoubleBuffer();
-}
-
-int CSpinButton::category() const
-{
-    return m_category;
-}
-
-void CSpinButton::setCategory(int category)
-{
-    m_category = std::clamp(category, 0, m_imageCategories - 1);
-    updateDoubleBuffer();
 }
 
 QSize CSpinButton::sizeHint() const
@@ -221,12 +175,9 @@ void CSpinButton::sliderChange(SliderChange change)
     m_downButton->setEnabled(value() > minimum());
 }
 
-void CSpinButton::paintDoubleBuffer(QPainter* painter)
+int CSpinButton::imageRows() const
 {
-    if (m_combinedImage.isNull())
-        return;
-    const ImageStrip strip(m_combinedImage, m_imageCategories, k_rows);
-    painter->drawPixmap(strip.target(size(), m_alignment), m_combinedImage, strip.source(m_category, imageRow()));
+    return k_rows;
 }
 
 int CSpinButton::imageRow() const
@@ -252,5 +203,5 @@ void CSpinButton::flash(bool up)
     m_upShownDown = up;
     m_downShownDown = !up;
     updateDoubleBuffer();
-    m_flashTimer->start(k_flashMilliseconds);
+    m_flashTimer->start(k_flashTime);
 }

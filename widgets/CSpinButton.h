@@ -1,7 +1,7 @@
 #pragma once
 
 #include "device/CMemAPIProxy.h"
-#include "widgets/DoubleBuffer.h"
+#include "widgets/StripBuffer.h"
 
 #include <QAbstractSlider>
 
@@ -10,10 +10,9 @@ class QTimer;
 
 /// An up half and a down half that step a parameter between the slider's minimum and maximum.
 ///
-/// Picture  imageCategories columns, of which one is drawn, and 5 rows: at the minimum, between the limits, up half
-///          pressed, down half pressed, at the maximum.
+/// Picture  5 rows: at the minimum, between the limits, up half pressed, down half pressed, at the maximum.
 /// Failure  an edit that the memory takes back is never shown: the value falls back to the memory's.
-class CSpinButton : public QAbstractSlider, public DoubleBuffer, public CMemAPIProxy
+class CSpinButton : public QAbstractSlider, public StripBuffer, public CMemAPIProxy
 {
     Q_OBJECT
     Q_PROPERTY(Qt::Alignment alignment READ alignment WRITE setAlignment)
@@ -24,18 +23,6 @@ class CSpinButton : public QAbstractSlider, public DoubleBuffer, public CMemAPIP
   public:
     explicit CSpinButton(QWidget* parent = nullptr);
     ~CSpinButton() override;
-
-    [[nodiscard]] Qt::Alignment alignment() const;
-    void setAlignment(Qt::Alignment alignment);
-
-    [[nodiscard]] QPixmap combinedImage() const;
-    void setCombinedImage(const QPixmap& image);
-
-    /// The picture's number of columns, taken as 1 when below, and the column drawn, brought into 0 .. columns - 1.
-    [[nodiscard]] int imageCategories() const;
-    void setImageCategories(int count);
-    [[nodiscard]] int category() const;
-    void setCategory(int category);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -59,21 +46,17 @@ class CSpinButton : public QAbstractSlider, public DoubleBuffer, public CMemAPIP
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void sliderChange(SliderChange change) override;
-    void paintDoubleBuffer(QPainter* painter) override;
+    [[nodiscard]] int imageRows() const override;
+    [[nodiscard]] int imageRow() const override;
 
   private:
     [[nodiscard]] COnOffButton* createHalf(const char* stepSlot);
-    [[nodiscard]] int imageRow() const;
     void layoutHalves();
     void flash(bool up);
 
-    Qt::Alignment m_alignment = Qt::AlignCenter;
-    QPixmap m_combinedImage;
-    int m_imageCategories = 1;
     COnOffButton* m_upButton;   ///< child, an invisible area: this widget draws both halves
     COnOffButton* m_downButton; ///< likewise
-    int m_category = 0;
-    QTimer* m_flashTimer; ///< child
+    QTimer* m_flashTimer;       ///< child
     bool m_upShownDown;
     bool m_downShownDown;
 };

@@ -1,34 +1,27 @@
 #include "widgets/CTextSlider.h"
 
-#include "app/common/PointerWarp.h"
 #include "widgets/CLineEdit.h"
 #include "widgets/NumberText.h"
+#include "widgets/PointerWarp.h"
 
-#include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QValidator>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
 
-CTextSlider::CTextSlider(QWidget* parent) : QAbstractSlider(parent), DoubleBuffer(this), m_lineEdit(new CLineEdit(this))
+CTextSlider::CTextSlider(QWidget* parent) : CTracklessSlider(parent), m_lineEdit(new CLineEdit(this))
 {
-    setFocusPolicy(Qt::ClickFocus);
     m_lineEdit->hide();
     m_editMaxLength = m_lineEdit->maxLength();
     m_editInputMask = m_lineEdit->inputMask();
     connect(m_lineEdit, SIGNAL(accepted()), this, SLOT(acceptEdit()));
     connect(m_lineEdit, SIGNAL(aborted()), this, SLOT(abortEdit()));
-    connect(this, SIGNAL(valueChanged(int)), this, SLOT(updateValue()));
-    updateValue();
 }
 
 CTextSlider::~CTextSlider()
 {
-    if (m_drag.isActive())
-        CTextSlider::unsetSliderCursor();
     unregisterObserverFromMemAPI();
 }
 
@@ -133,11 +126,6 @@ CLineEdit* CTextSlider::lineEdit() const
     return m_lineEdit;
 }
 
-void CTextSlider::setPointerWarps(bool warps)
-{
-    m_drag.setPointerWarps(warps);
-}
-
 QSize CTextSlider::sizeHint() const
 {
     return {64, 16};
@@ -148,94 +136,27 @@ QSize CTextSlider::minimumSizeHint() const
     return {0, 0};
 }
 
-void CTextSlider::updateMemAPI()
-{
-    setValue(getParam());
-}
-
-void CTextSlider::updateValue()
-{
-    if (!setParam(value()))
-        setValue(getParam());
-    updateDoubleBuffer();
-}
-
-bool CTextSlider::event(QEvent* event)
-{
-    // A message box takes the release, whoever has the focus.
-    if (event->type() == QEvent::WindowBlocked)
-        letGo();
-    return !eventDoubleBuffer(event) && QWidget::event(event);
-}
-
 void CTextSlider::mousePressEvent(QMouseEvent* event)
 {
-    if (!m_drag.isOverSlider(event->position()))
+    if (!drag().isOverSlider(event->position()) || !press(*event))
         return;
-    // The release of an earlier press can get lost, but neither its pointer nor that this press selects. Only a drag
-    // goes on while another button is pressed.
-    if (!m_drag.isActive() || event->button() == Qt::LeftButton)
-        letGo();
-    setSliderDown(true);
-    if (event->button() != Qt::LeftButton)
-        return;
-    m_drag.begin(*event);
     setAttribute(Qt::WA_UnderMouse);
-    setSliderCursor(Qt::BlankCursor);
     // The first move places the pointer, not the press.
-    if (m_drag.pressPos() != m_drag.centre())
+    if (drag().pressPos() != drag().centre())
         PointerWarp::associateMouseAndMouseCursorPosition(true);
 }
 
 void CTextSlider::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (m_drag.isActive() && event->button() == Qt::LeftButton)
-        m_drag.warpPointer(m_drag.pressPos());
-    setSliderDown(false);
-    m_drag.end();
-    unsetSliderCursor();
-}
-
-void CTextSlider::mouseMoveEvent(QMouseEvent* event)
-{
-    m_drag.move(*event);
+    if (drag().isActive() && event->button() == Qt::LeftButton)
+        drag().warpPointer(drag().pressPos());
+    release();
 }
 
 void CTextSlider::wheelEvent(QWheelEvent* event)
 {
     setFocus();
-    m_drag.wheel(*event);
-}
-
-void CTextSlider::focusOutEvent(QFocusEvent* event)
-{
-    letGo();
-    QAbstractSlider::focusOutEvent(event);
-}
-
-void CTextSlider::hideEvent(QHideEvent* event)
-{
-    letGo();
-    QAbstractSlider::hideEvent(event);
-}
-
-void CTextSlider::letGo()
-{
-    setSliderDown(false);
-    if (!m_drag.isActive())
-        return;
-    m_drag.end();
-    unsetSliderCursor();
-}
-
-void CTextSlider::setSliderCursor(const QCursor& cursor)
-{
-    QApplication::setOverrideCursor(cursor);
-}
-
-void CTextSlider::unsetSliderCursor()
-{
-    QApplication::restoreOverrideCursor();
+    CTracklessSlider::wheelEvent(event);
 }
 
 void CTextSlider::paintDoubleBuffer(QPainter* painter)
@@ -252,7 +173,7 @@ void CTextSlider::paintDoubleBuffer(QPainter* painter)
 
 void CTextSlider::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (!m_drag.isOverSlider(event->position()) || !m_directEdit || event->button() != Qt::LeftButton)
+    if (!drag().isOverSlider(event->position()) || !m_directEdit || event->button() != Qt::LeftButton)
         return;
     m_editAborted = false;
     m_lineEdit->setGeometry(rect());

@@ -1,10 +1,6 @@
 #pragma once
 
-#include "device/CMemAPIProxy.h"
-#include "widgets/CSliderDrag.h"
-#include "widgets/DoubleBuffer.h"
-
-#include <QAbstractSlider>
+#include "widgets/CTracklessSlider.h"
 
 #include <memory>
 
@@ -15,8 +11,7 @@ class QValidator;
 ///
 /// Shown    value x multiplier + offset, by the printf-style format (see numberText()).
 /// Typed    becomes the value typed / multiplier - offset, cut toward zero.
-/// Failure  an edit that the memory takes back is never shown: the value falls back to the memory's.
-class CTextSlider : public QAbstractSlider, public DoubleBuffer, public CMemAPIProxy
+class CTextSlider : public CTracklessSlider
 {
     Q_OBJECT
     Q_PROPERTY(Qt::Alignment alignment READ alignment WRITE setAlignment)
@@ -64,41 +59,22 @@ class CTextSlider : public QAbstractSlider, public DoubleBuffer, public CMemAPIP
     /// The field for typing: a child, hidden while nobody types.
     [[nodiscard]] CLineEdit* lineEdit() const;
 
-    /// Whether drags may place the pointer, instead of what the window system says.
-    void setPointerWarps(bool warps);
-
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
-    void updateMemAPI() override;
-
   public slots:
-    /// Writes the value and redraws.
-    void updateValue();
-
     /// End of typing. Text that is no number leaves the value as it is.
     virtual void acceptEdit();
     void abortEdit();
 
   protected:
-    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-
-    /// The application's pointer during a drag, and its end. Each press that sets it is followed by one end.
-    virtual void setSliderCursor(const QCursor& cursor);
-    virtual void unsetSliderCursor();
-
     void paintDoubleBuffer(QPainter* painter) override;
 
   private:
-    /// Ends a press whose release went elsewhere, and a drag with it.
-    void letGo();
     void setEditValidator();
     void closeEdit(Qt::FocusReason reason);
 
@@ -110,8 +86,7 @@ class CTextSlider : public QAbstractSlider, public DoubleBuffer, public CMemAPIP
     int m_editMaxLength;
     QString m_editInputMask;
     QString m_editValidatorRegExp;
-    QString m_text; ///< as last drawn
-    CSliderDrag m_drag{this};
+    QString m_text;        ///< as last drawn
     CLineEdit* m_lineEdit; ///< child
     bool m_editAborted = false;
     QColor m_textColor = Qt::black;

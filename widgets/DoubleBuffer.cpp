@@ -1,6 +1,6 @@
 #include "widgets/DoubleBuffer.h"
 
-#include "app/common/OpaquePixmap.h"
+#include "app/common/SkinPixmap.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -76,6 +76,11 @@ void DoubleBuffer::updateDoubleBufferPixmap()
     // What was painted on keeps its paint engine, which outweighs most faces; a copy has none.
     m_pixmap = m_widget->testAttribute(Qt::WA_OpaquePaintEvent) ? opaquePixmap(face.toImage()) : face.copy();
     m_dirty = false;
+}
+
+QWidget* DoubleBuffer::widget() const
+{
+    return m_widget;
 }
 
 bool DoubleBuffer::fitsWidget() const

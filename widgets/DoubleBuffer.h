@@ -39,6 +39,8 @@ class DoubleBuffer
     /// That of a widget with Qt::WA_OpaquePaintEvent leaves nothing transparent.
     virtual void paintDoubleBuffer(QPainter* painter) = 0;
 
+    [[nodiscard]] QWidget* widget() const;
+
   private:
     [[nodiscard]] bool fitsWidget() const;
     void paintWidget();

@@ -1,7 +1,5 @@
 #include "app/common/SkinPixmap.h"
 
-#include "app/common/OpaquePixmap.h"
-
 #include <QFile>
 #include <QGuiApplication>
 #include <QImageReader>
@@ -73,4 +71,9 @@ QPixmap largeSkinPixmap(const QString& path, qreal ratio)
 QPixmap largeSkinPixmap(const QString& path)
 {
     return largeSkinPixmap(path, densestRatio());
+}
+
+QPixmap opaquePixmap(const QImage& picture)
+{
+    return QPixmap::fromImage(picture.convertToFormat(QImage::Format_RGB888), Qt::NoFormatConversion);
 }

@@ -3,7 +3,9 @@
 #include "app/common/Constants.h"
 #include "app/common/WindowLevel.h"
 
+#include <QFontDatabase>
 #include <QGraphicsOpacityEffect>
+#include <QResource>
 #include <QWidget>
 #include <QWindow>
 
@@ -41,6 +43,17 @@ void adjustOwnFont(QWidget* widget)
     widget->setFont(font);
 }
 } // namespace
+
+bool Utilities::registerSkinFonts()
+{
+    bool complete = true;
+    for (const char* font : {"glt7-bold", "glt8-regular", "glt10-bold"}) {
+        // Handed over where it lies in the program, not read into a copy.
+        const QResource file(QStringLiteral(":/fonts/morlan-%1.ttf").arg(QLatin1String(font)));
+        complete = QFontDatabase::addApplicationFontFromData(file.uncompressedData()) >= 0 && complete;
+    }
+    return complete;
+}
 
 void Utilities::adjustFont(QWidget* widget)
 {

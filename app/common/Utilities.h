@@ -2,9 +2,15 @@
 
 class QWidget;
 
-/// Font and window-level operations that every window of the editor uses. GUI thread only.
+/// Font and window-level operations that every window of the editor uses. GUI thread only, while the application object
+/// lives.
 namespace Utilities
 {
+/// Makes the skin's three font families (k_fontGLT7Bold, k_fontGLT8, k_fontGLT10Bold) known to the application, from
+/// the resource bundle `common_images`, which has to be registered before. A second call changes nothing.
+/// false   a font file is missing or unreadable; the others are registered all the same.
+[[nodiscard]] bool registerSkinFonts();
+
 /// Gives the skin's fonts their exact sizes, without antialiasing, in the widget and everything below it.
 ///
 /// The skin is laid out for 72 dots an inch, where a point is a pixel: the sizes are asked for in pixels, so that the

@@ -9,6 +9,8 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <thread>
+
 namespace
 {
 constexpr QLatin1StringView k_name("org.ktzjx.Editor");
@@ -112,7 +114,7 @@ CSingleEditor::Start CSingleEditor::start(const QByteArray& file, const Activati
         if (answer.type() == QDBusMessage::ReplyMessage)
             return Start::HandedOver;
         // It is ending, or has ended just now.
-        QThread::msleep(quint32(m_times.pause.count()));
+        std::this_thread::sleep_for(m_times.pause);
     }
     return Start::Editor;
 }

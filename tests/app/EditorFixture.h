@@ -2,7 +2,7 @@
 
 #include "app/CMainWindow.h"
 #include "app/common/Constants.h"
-#include "app/common/SkinFonts.h"
+#include "app/common/Utilities.h"
 #include "device/DeviceParams.h"
 #include "style/CJXStyle.h"
 #include "style/COnlineMark.h"
@@ -11,7 +11,7 @@
 #include "widgets/CControlView.h"
 #include "widgets/CKnobLED.h"
 #include "widgets/CSlideEditor.h"
-#include "widgets/KnobLEDIndex.h"
+#include "widgets/KnobLEDStates.h"
 
 #include <QAbstractSlider>
 #include <QAction>
@@ -147,6 +147,6 @@ struct EditorFixture : SimulatedDeviceFixture
         Q_INIT_RESOURCE(common_images);
         QApplication::setStyle(new CJXStyle);
         QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
-        return registerSkinFonts();
+        return Utilities::registerSkinFonts();
     }
 };

@@ -1,5 +1,5 @@
+#include "app/CFatalMessageGuard.h"
 #include "app/RunEditor.h"
-#include "app/SilentMessages.h"
 #include "tests/support/CTestCase.h"
 
 #include <QFile>

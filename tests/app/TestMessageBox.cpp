@@ -1,7 +1,7 @@
 #include "app/common/CMessageBox.h"
 #include "app/common/Constants.h"
-#include "app/common/SkinFonts.h"
 #include "app/common/SkinPixmap.h"
+#include "app/common/Utilities.h"
 #include "tests/support/CMessageBoxAnswer.h"
 #include "tests/support/CTestCase.h"
 
@@ -140,7 +140,7 @@ void TestMessageBox::closedBoxIsNoYes()
 void TestMessageBox::longestLineStaysWhole()
 {
     Q_INIT_RESOURCE(common_images);
-    QVERIFY(registerSkinFonts());
+    QVERIFY(Utilities::registerSkinFonts());
     const QFont desktopFont = QApplication::font();
     QFont font(k_fontGLT10Bold); // in which the line is longer than a box is by itself
     font.setPixelSize(12);

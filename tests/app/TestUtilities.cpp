@@ -1,5 +1,4 @@
 #include "app/common/Constants.h"
-#include "app/common/SkinFonts.h"
 #include "app/common/Utilities.h"
 #include "tests/support/CTestCase.h"
 
@@ -30,7 +29,7 @@ class TestUtilities : public CTestCase
 void TestUtilities::initTestCase()
 {
     Q_INIT_RESOURCE(common_images);
-    QVERIFY(registerSkinFonts());
+    QVERIFY(Utilities::registerSkinFonts());
 }
 
 void TestUtilities::skinFontsGetTheirSizes_data()

@@ -1,5 +1,5 @@
 #include "app/common/Constants.h"
-#include "app/common/SkinFonts.h"
+#include "app/common/Utilities.h"
 #include "style/CAboutView.h"
 #include "tests/style/CLockedWindow.h"
 #include "tests/style/CWidgetShot.h"
@@ -66,7 +66,7 @@ class TestAboutView : public CTestCase
 
 void TestAboutView::initTestCase()
 {
-    QVERIFY(registerSkinFonts());
+    QVERIFY(Utilities::registerSkinFonts());
 }
 
 void TestAboutView::init()

@@ -1,5 +1,5 @@
 #include "app/common/Constants.h"
-#include "app/common/SkinFonts.h"
+#include "app/common/Utilities.h"
 #include "tests/support/CTestCase.h"
 
 #include <QFontDatabase>
@@ -111,7 +111,7 @@ class TestSkin : public CTestCase
 void TestSkin::initTestCase()
 {
     Q_INIT_RESOURCE(common_images);
-    QVERIFY(registerSkinFonts());
+    QVERIFY(Utilities::registerSkinFonts());
 }
 
 void TestSkin::pictureHasOneLogicalSizeAtEveryScale_data()

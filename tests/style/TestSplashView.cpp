@@ -1,6 +1,6 @@
 #include "app/common/Constants.h"
-#include "app/common/SkinFonts.h"
 #include "app/common/SkinPixmap.h"
+#include "app/common/Utilities.h"
 #include "style/CSplashView.h"
 #include "tests/style/CLockedWindow.h"
 #include "tests/style/CWidgetShot.h"
@@ -105,7 +105,7 @@ class TestSplashView : public CTestCase
 
 void TestSplashView::initTestCase()
 {
-    QVERIFY(registerSkinFonts());
+    QVERIFY(Utilities::registerSkinFonts());
 }
 
 void TestSplashView::init()

@@ -1,5 +1,5 @@
 #include "tests/support/CTestCase.h"
-#include "widgets/FadedImage.h"
+#include "widgets/KnobLEDStates.h"
 
 class TestFadedImage : public CTestCase
 {

@@ -3,6 +3,8 @@
 
 #include <QElapsedTimer>
 
+using namespace std::chrono_literals;
+
 class TestFrameGate : public CTestCase
 {
     Q_OBJECT
@@ -18,13 +20,13 @@ class TestFrameGate : public CTestCase
     void floodStaysBelow60Frames();
 
   private:
-    qint64 m_now = 0;
+    std::chrono::milliseconds m_now{0};
 };
 
 void TestFrameGate::init()
 {
     CTestCase::init();
-    m_now = 5000;
+    m_now = 5s;
 }
 
 void TestFrameGate::quietGateLetsARequestThroughAtOnce()
@@ -33,7 +35,7 @@ void TestFrameGate::quietGateLetsARequestThroughAtOnce()
     QSignalSpy frames(&gate, &CFrameGate::frame);
     gate.request();
     QCOMPARE(frames.count(), 1);
-    m_now += 1000;
+    m_now += 1s;
     gate.request();
     QCOMPARE(frames.count(), 2);
 }
@@ -43,7 +45,7 @@ void TestFrameGate::requestWithinTheFrameWaits()
     CFrameGate gate(nullptr, [this] { return m_now; });
     QSignalSpy frames(&gate, &CFrameGate::frame);
     gate.request();
-    m_now += 5;
+    m_now += 5ms;
     gate.request();
     QCOMPARE(frames.count(), 1);
     QVERIFY(gate.isPending());
@@ -109,7 +111,7 @@ void TestFrameGate::floodStaysBelow60Frames()
         QCoreApplication::processEvents();
     }
     QVERIFY(frames >= 2);
-    QVERIFY(frames <= timer.elapsed() / CFrameGate::k_interval + 1);
+    QVERIFY(frames <= timer.elapsed() / CFrameGate::k_interval.count() + 1);
 }
 
 QTEST_GUILESS_MAIN(TestFrameGate)

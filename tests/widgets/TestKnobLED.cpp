@@ -3,12 +3,15 @@
 #include "tests/widgets/ConnectedMemory.h"
 #include "tests/widgets/WidgetEvents.h"
 #include "widgets/CKnobLED.h"
+#include "widgets/KnobLEDStates.h"
 
 #include <QElapsedTimer>
 #include <QMetaProperty>
 #include <QPainter>
 #include <QPropertyAnimation>
+#include <QtMath>
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <memory>
@@ -20,14 +23,19 @@ constexpr int k_knob = 0;
 constexpr int k_valueID = k_knobValueCategory + k_knob;
 constexpr int k_ledTypeID = k_ledTypeCategory + k_knob;
 
+/// One frame of the ring's strip.
+QPixmap frameOf(int index)
+{
+    const QPixmap strip = skinPixmap(k_knobPath);
+    const int height = strip.height() / 6;
+    return strip.copy(0, index * height, strip.width(), height);
+}
+
 /// What the widget has to look like: the lower frame with the upper one over it, its alpha scaled pixel by pixel.
 QImage expectedFace(const CKnobLED& knob, const QColor& background, int low, int high, int alpha)
 {
     const qreal ratio = knob.devicePixelRatioF();
-    const QImage strip = skinPixmap(k_knobPath).toImage().convertToFormat(QImage::Format_ARGB32);
-    const int height = strip.height() / 6;
-    const QImage lowFrame = strip.copy(0, low * height, strip.width(), height);
-    QImage highFrame = strip.copy(0, high * height, strip.width(), height);
+    QImage highFrame = frameOf(high).toImage().convertToFormat(QImage::Format_ARGB32);
     for (int y = 0; y < highFrame.height(); ++y) {
         for (int x = 0; x < highFrame.width(); ++x) {
             const QRgb pixel = highFrame.pixel(x, y);
@@ -40,24 +48,26 @@ QImage expectedFace(const CKnobLED& knob, const QColor& background, int low, int
     face.fill(background);
     QPainter painter(&face);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(QRect(22, 22, 43, 43), lowFrame);
+    painter.drawPixmap(QRect(22, 22, 43, 43), frameOf(low));
     painter.drawImage(QRect(22, 22, 43, 43), highFrame);
     return face;
 }
 
-/// The greatest difference of a colour channel between two pictures of one size.
-int difference(const QImage& a, const QImage& b)
+/// The widget as it paints itself, into a picture like the expected one: blending rounds by the format drawn on.
+QImage paintedFace(CKnobLED& knob)
 {
-    int greatest = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            const QColor colorA = a.pixelColor(x, y);
-            const QColor colorB = b.pixelColor(x, y);
-            greatest = std::max({greatest, std::abs(colorA.red() - colorB.red()),
-                                 std::abs(colorA.green() - colorB.green()), std::abs(colorA.blue() - colorB.blue())});
-        }
-    }
-    return greatest;
+    QImage face((QSizeF(knob.size()) * knob.devicePixelRatioF()).toSize(), QImage::Format_RGB32);
+    face.setDevicePixelRatio(knob.devicePixelRatioF());
+    knob.render(&face);
+    return face;
+}
+
+void fillBackground(CKnobLED& knob, const QColor& color)
+{
+    QPalette palette = knob.palette();
+    palette.setColor(QPalette::Window, color);
+    knob.setPalette(palette);
+    knob.setAutoFillBackground(true);
 }
 
 class CPaintCounter : public QObject
@@ -104,6 +114,9 @@ class TestKnobLED : public CTestCase
     void fadeEndsByItself();
     void faceIsTheLowFrameUnderTheFadedHighOne_data();
     void faceIsTheLowFrameUnderTheFadedHighOne();
+    void everyStateIsExactAtEveryAlpha_data();
+    void everyStateIsExactAtEveryAlpha();
+    void imagesAreKeptOnceAsTheyAreDrawn();
 
     void everyPressSelectsAndGoesOnToTheParent_data();
     void everyPressSelectsAndGoesOnToTheParent();
@@ -346,19 +359,53 @@ void TestKnobLED::faceIsTheLowFrameUnderTheFadedHighOne()
     QFETCH(int, high);
     QFETCH(int, alpha);
     QVERIFY(!skinPixmap(k_knobPath).isNull());
-    QPalette palette = m_knob->palette();
-    palette.setColor(QPalette::Window, Qt::darkGreen);
-    m_knob->setPalette(palette);
-    m_knob->setAutoFillBackground(true);
+    fillBackground(*m_knob, Qt::darkGreen);
     setValue(from);
     setValue(to);
     m_fade->stop();
     m_knob->setAlpha(alpha);
-    const QImage face = m_knob->grab().toImage();
-    const QImage expected = expectedFace(*m_knob, Qt::darkGreen, low, high, alpha);
-    QCOMPARE(face.size(), expected.size());
-    // Blending rounds by one here and there, depending on the format drawn on.
-    QVERIFY2(difference(face, expected) <= 2, qPrintable(QString::number(difference(face, expected))));
+    QCOMPARE(paintedFace(*m_knob), expectedFace(*m_knob, Qt::darkGreen, low, high, alpha));
+}
+
+void TestKnobLED::everyStateIsExactAtEveryAlpha_data()
+{
+    QTest::addColumn<int>("state");
+    for (int state = 0; state < k_numOfLEDStates; ++state)
+        QTest::addRow("%d", state) << state;
+}
+
+void TestKnobLED::everyStateIsExactAtEveryAlpha()
+{
+    QFETCH(int, state);
+    const int below = std::max(state - 1, 0);
+    fillBackground(*m_knob, QColor(12, 100, 40));
+    setValue(k_minAscentDescendParam.at(static_cast<std::size_t>(below)));
+    setValue(k_minAscentDescendParam.at(static_cast<std::size_t>(state)));
+    m_fade->stop();
+    for (int alpha = 0; alpha <= 255; ++alpha) {
+        m_knob->setAlpha(alpha);
+        const QImage expected = expectedFace(*m_knob, QColor(12, 100, 40), below, state, alpha);
+        QVERIFY2(paintedFace(*m_knob) == expected, qPrintable(QStringLiteral("alpha %1").arg(alpha)));
+    }
+}
+
+void TestKnobLED::imagesAreKeptOnceAsTheyAreDrawn()
+{
+    const qreal ratio = m_knob->devicePixelRatioF();
+    const int density = qCeil(ratio);
+    qsizetype bytes = 0;
+    for (int state = 0; state < k_numOfLEDStates; ++state) {
+        const QImage image = knobLEDImage(state, ratio);
+        QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
+        QCOMPARE(image.deviceIndependentSize(), QSizeF(43, 43));
+        QCOMPARE(knobLEDImage(state, ratio).cacheKey(), image.cacheKey());
+        bytes += image.sizeInBytes();
+    }
+    QCOMPARE(bytes, qsizetype(44376) * density * density);
+    // Another screen's take their place.
+    const QImage first = knobLEDImage(0, ratio);
+    QCOMPARE(knobLEDImage(0, ratio + 1.0).devicePixelRatio(), qreal(std::min(density + 1, 3)));
+    QVERIFY(knobLEDImage(0, ratio).cacheKey() != first.cacheKey());
 }
 
 void TestKnobLED::everyPressSelectsAndGoesOnToTheParent_data()
@@ -413,7 +460,7 @@ void TestKnobLED::floodRepaintsAtMost60TimesASecond()
         QTRY_COMPARE(knob->findChild<QPropertyAnimation*>()->state(), QAbstractAnimation::Stopped);
         QTRY_VERIFY(!knob->findChild<CFrameGate*>()->isPending());
     }
-    const auto mostPaints = time.elapsed() / CFrameGate::k_interval + 2;
+    const auto mostPaints = time.elapsed() / CFrameGate::k_interval.count() + 2;
     for (const auto& [knob, paints] : counter.m_paints) {
         QVERIFY(paints > 2);
         QVERIFY2(paints <= mostPaints, qPrintable(QString::number(paints)));

@@ -1,5 +1,5 @@
 #include "tests/support/CTestCase.h"
-#include "widgets/KnobLEDIndex.h"
+#include "widgets/KnobLEDStates.h"
 
 #include <limits>
 

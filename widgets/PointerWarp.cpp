@@ -1,4 +1,4 @@
-#include "app/common/PointerWarp.h"
+#include "widgets/PointerWarp.h"
 
 #include "app/common/WindowSystem.h"
 

@@ -1,3 +1,0 @@
-#include "app/SilentMessages.h"
-
-void doNotOutputMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {}
