@@ -216,5 +216,5 @@ void TestMacPorts::theFactoriesGiveClosedPorts()
     output->closePort();
 }
 
-QTEST_GUILESS_MAIN(TestMacPorts)
+KTZ_TEST(QCoreApplication, TestMacPorts)
 #include "TestMacPorts.moc"

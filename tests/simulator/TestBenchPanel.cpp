@@ -152,5 +152,5 @@ void TestBenchPanel::clockMovesWithRealTime()
     QTRY_VERIFY(m_device->now() >= before + 40);
 }
 
-QTEST_MAIN(TestBenchPanel)
+KTZ_TEST(QApplication, TestBenchPanel)
 #include "TestBenchPanel.moc"

@@ -159,5 +159,5 @@ void TestCommandParser::anyBytesGiveACommandOrOneLine()
     }
 }
 
-QTEST_GUILESS_MAIN(TestCommandParser)
+KTZ_TEST(QCoreApplication, TestCommandParser)
 #include "TestCommandParser.moc"
