@@ -71,8 +71,8 @@ if [ $references = yes ]; then
 fi
 
 if [ -n "$soak" ]; then
-    build_preset "$preset" test_soak
-    exec tests/support/with-display "build/$preset/tests/soak/test_soak" --minutes "$soak" --seed "$seed"
+    build_preset "$preset" soak_tests
+    exec tests/support/with-display "build/$preset/tests/soak/soak_tests" TestSoak --minutes "$soak" --seed "$seed"
 fi
 
 build_preset "$preset"

@@ -39,24 +39,59 @@ function(ktz_brings_widgets result)
     set(${result} ${found} PARENT_SCOPE)
 endfunction()
 
-# ktz_test(name SOURCES file... USES library... [GUI] [LABELS label...]): a Qt Test program, run by ctest.
-function(ktz_test name)
-    cmake_parse_arguments(ARG "GUI" "" "SOURCES;USES;LABELS" ${ARGN})
-    add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE ktz_options ktz_test_support ${ARG_USES} Qt6::Test)
-    # The folders that Qt Test tells each test would keep them from sharing headers.
-    target_compile_options(${name} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
+# ktz_tests(program [SOURCES file...] USES library...): a program of Qt Test classes, which ktz_test adds. Several of its
+# sources make one translation unit, so that the compiler reads their headers once; their local names must not meet.
+function(ktz_tests program)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    add_executable(${program} ${ARG_SOURCES})
+    target_link_libraries(${program} PRIVATE ktz_options ktz_test_support ${ARG_USES} Qt6::Test)
+    ktz_compile_as_test(${program})
+    set_target_properties(${program} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
     ktz_brings_widgets(widgets ${ARG_USES})
     if(widgets)
-        target_precompile_headers(${name} REUSE_FROM ktz_test_headers_gui)
+        target_precompile_headers(${program} REUSE_FROM ktz_test_headers_gui)
     else()
-        target_precompile_headers(${name} REUSE_FROM ktz_test_headers)
+        target_precompile_headers(${program} REUSE_FROM ktz_test_headers)
     endif()
+endfunction()
+
+# ktz_compile_as_test(target): as all that shares the tests' precompiled headers.
+function(ktz_compile_as_test target)
+    # The folders that Qt Test tells each target would keep them from sharing headers.
+    target_compile_options(${target} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
+    # A test runs once for each time that it is built: what it calls is optimised, it itself is not.
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O0>)
+endfunction()
+
+# ktz_test_name(result class): test_mem_api for TestMemAPI.
+function(ktz_test_name result class)
+    string(REGEX REPLACE "([a-z0-9])([A-Z])" "\\1_\\2" name ${class})
+    string(REGEX REPLACE "([A-Z])([A-Z][a-z])" "\\1_\\2" name ${name})
+    string(TOLOWER ${name} name)
+    set(${result} ${name} PARENT_SCOPE)
+endfunction()
+
+# ktz_test(program class [GUI] [LABELS label...] [ENVIRONMENT variable=value...]): adds the source of a class to a program
+# of tests. ctest runs each class as a process of its own.
+function(ktz_test program class)
+    cmake_parse_arguments(ARG "GUI" "" "LABELS;ENVIRONMENT" ${ARGN})
+    target_sources(${program} PRIVATE ${class}.cpp)
     if(ARG_GUI)
         set(gui GUI)
     endif()
     if(NOT ARG_GUI OR threads IN_LIST ARG_LABELS)
-        add_dependencies(threading_tests ${name})
+        add_dependencies(threading_tests ${program})
     endif()
-    ktz_run(${name} COMMAND $<TARGET_FILE:${name}> ${gui} LABELS ${ARG_LABELS})
+    ktz_test_name(name ${class})
+    ktz_run(${name} COMMAND $<TARGET_FILE:${program}> ${class} ${gui}
+        LABELS ${ARG_LABELS} ENVIRONMENT ${ARG_ENVIRONMENT})
+endfunction()
+
+# ktz_test_again(program class suffix [FUNCTIONS function...] ENVIRONMENT variable=value...): a class with a display, once
+# more, in another environment.
+function(ktz_test_again program class suffix)
+    cmake_parse_arguments(ARG "" "" "FUNCTIONS;ENVIRONMENT" ${ARGN})
+    ktz_test_name(name ${class})
+    ktz_run(${name}_${suffix} COMMAND $<TARGET_FILE:${program}> ${class} ${ARG_FUNCTIONS} GUI
+        ENVIRONMENT ${ARG_ENVIRONMENT})
 endfunction()

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QProcess>
 #include <QTemporaryDir>
+
+/// What an editor is called on its bus.
+inline constexpr QLatin1StringView k_busName("org.ktzjx.Editor");
 
 /// A session bus of the test's own: nothing of the machine's is reached by it, and nothing reaches it.
 class CTestBus

@@ -22,6 +22,9 @@
 
 #include <memory>
 
+/// What the editor sends to keep the connection, in hexadecimal.
+inline const QString k_keep = QStringLiteral("f043103e18050201f7");
+
 /// The editor's window as main() starts it, on a simulated MIDI system, with a connection in quick motion.
 struct EditorFixture : SimulatedDeviceFixture
 {

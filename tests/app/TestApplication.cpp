@@ -166,7 +166,7 @@ int runWithArgument(int argc, char** argv)
 }
 } // namespace
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestApplication)(int argc, char** argv)
 {
     if (qEnvironmentVariableIsSet("KTZ_TEST_LOOP_RESULT"))
         return runWithLoopResult(argc, argv, qEnvironmentVariableIntValue("KTZ_TEST_LOOP_RESULT"));

@@ -11,7 +11,6 @@
 
 namespace
 {
-const QString k_keep = QStringLiteral("f043103e18050201f7");
 
 /// The change-parameter messages among what was sent.
 QStringList changes(const EditorFixture& fixture)
@@ -398,5 +397,5 @@ void TestCommands::windowIsSelectedByNumber()
     QCOMPARE(fixture.editor(1100)->getValue(), 73);
 }
 
-QTEST_MAIN(TestCommands)
+KTZ_TEST(QApplication, TestCommands)
 #include "TestCommands.moc"

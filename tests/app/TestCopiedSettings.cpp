@@ -116,7 +116,7 @@ void TestCopiedSettings::endTakesTheEditorsOwn()
     QVERIFY(left == nullptr || !left->hasFormat(k_mimeType_Knob));
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestCopiedSettings)(int argc, char** argv)
 {
     QApplication application(argc, argv);
     if (argc == 3 && argv[1] == QByteArray("--own"))

@@ -13,14 +13,13 @@
 
 namespace
 {
-constexpr QLatin1StringView k_name("org.ktzjx.Editor");
 constexpr QLatin1StringView k_path("/org/ktzjx/Editor");
 
 /// The test in the place of the running editor.
 class CStandIn : public QObject
 {
   public:
-    explicit CStandIn(const QString& bus) : m_connection(QDBusConnection::connectToBus(bus, k_name))
+    explicit CStandIn(const QString& bus) : m_connection(QDBusConnection::connectToBus(bus, k_busName))
     {
         connect(&m_interface, &CDesktopInterface::requested, this, [this](const QByteArray& path, const auto& token) {
             m_path = path;
@@ -28,11 +27,11 @@ class CStandIn : public QObject
             ++m_requests;
         });
         m_owner = m_connection.registerObject(k_path, &m_interface, QDBusConnection::ExportScriptableSlots) &&
-                  m_connection.registerService(k_name);
+                  m_connection.registerService(k_busName);
     }
     ~CStandIn() override
     {
-        QDBusConnection::disconnectFromBus(k_name);
+        QDBusConnection::disconnectFromBus(k_busName);
     }
     CStandIn(const CStandIn&) = delete;
     CStandIn& operator=(const CStandIn&) = delete;
@@ -187,7 +186,7 @@ void TestDesktopInterface::callsOfADesktop()
     QDBusConnection desktop = QDBusConnection::connectToBus(bus.address(), QStringLiteral("desktop"));
     const auto call = [&](const QString& method, const QVariantList& arguments) {
         QDBusMessage message =
-            QDBusMessage::createMethodCall(k_name, k_path, QStringLiteral("org.freedesktop.Application"), method);
+            QDBusMessage::createMethodCall(k_busName, k_path, QStringLiteral("org.freedesktop.Application"), method);
         message.setArguments(arguments);
         return desktop.call(message).type();
     };
@@ -215,11 +214,11 @@ void TestDesktopInterface::editorComesWhenTheBusStartsIt()
     environment.insert(QStringLiteral("KTZ_TEST_REPORT"), report);
     const CTestBus bus(environment);
     QVERIFY(bus.isRunning());
-    QVERIFY(bus.addService(k_name, QCoreApplication::applicationFilePath()));
+    QVERIFY(bus.addService(k_busName, QCoreApplication::applicationFilePath()));
     const QString uri = QStringLiteral("file://") + QString::fromUtf8(knobFile(folder, "stage.CJX", 55));
 
     QDBusConnection desktop = QDBusConnection::connectToBus(bus.address(), QStringLiteral("desktop"));
-    QDBusMessage open = QDBusMessage::createMethodCall(k_name, k_path, QStringLiteral("org.freedesktop.Application"),
+    QDBusMessage open = QDBusMessage::createMethodCall(k_busName, k_path, QStringLiteral("org.freedesktop.Application"),
                                                        QStringLiteral("Open"));
     open << QStringList(uri) << QVariantMap();
     const QDBusMessage answer = desktop.call(open);
@@ -228,11 +227,11 @@ void TestDesktopInterface::editorComesWhenTheBusStartsIt()
     QTRY_VERIFY(opened.exists() && opened.size() > 0);
     QVERIFY(opened.open(QIODevice::ReadOnly));
     QCOMPARE(opened.readAll(), QByteArray("55"));
-    QTRY_VERIFY(!bus.hasOwner(k_name));
+    QTRY_VERIFY(!bus.hasOwner(k_busName));
     QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestDesktopInterface)(int argc, char** argv)
 {
     if (CEditorProcess::isEditor())
         return CEditorProcess::run(argc, argv);

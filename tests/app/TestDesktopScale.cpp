@@ -83,7 +83,7 @@ void TestDesktopScale::environmentIsTheUsers()
         QVERIFY2(!qEnvironmentVariableIsSet(name), name);
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestDesktopScale)(int argc, char** argv)
 {
     for (const char* name : {"QT_FONT_DPI", "QT_QPA_PLATFORM", "QT_SCALE_FACTOR"})
         qunsetenv(name);

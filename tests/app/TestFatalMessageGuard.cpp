@@ -67,7 +67,7 @@ void TestFatalMessageGuard::silentHandlerIsSilent()
     QVERIFY(qInstallMessageHandler(previous) == &doNotOutputMessage);
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestFatalMessageGuard)(int argc, char** argv)
 {
     if (qEnvironmentVariableIsSet("KTZ_TEST_START"))
         return runEditor(argc, argv);

@@ -9,7 +9,6 @@
 namespace
 {
 const QString k_start = QStringLiteral("f043103e18050200f7");
-const QString k_keep = QStringLiteral("f043103e18050201f7");
 const QString k_requestAll = QStringLiteral("f043303e180502007ff7");
 
 } // namespace
@@ -438,5 +437,5 @@ void TestMainWindow::slotsInOrder()
                           "backupMemAPI()", "applicationFileOpen()", "endInitialize()"}));
 }
 
-QTEST_MAIN(TestMainWindow)
+KTZ_TEST(QApplication, TestMainWindow)
 #include "TestMainWindow.moc"

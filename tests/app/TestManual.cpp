@@ -215,5 +215,5 @@ void TestManual::nobodyIsToldOnceTheWindowIsGone()
     QCOMPARE(m_failures, 0);
 }
 
-QTEST_GUILESS_MAIN(TestManual)
+KTZ_TEST(QCoreApplication, TestManual)
 #include "TestManual.moc"

@@ -165,5 +165,5 @@ void TestMenuManager::withoutAParentNothingIsBuilt()
     QVERIFY(manager.findChildren<QMenuBar*>().isEmpty());
 }
 
-QTEST_MAIN(TestMenuManager)
+KTZ_TEST(QApplication, TestMenuManager)
 #include "TestMenuManager.moc"

@@ -216,5 +216,5 @@ void TestMessageBox::buttonsShowTextAlone()
     });
 }
 
-QTEST_MAIN(TestMessageBox)
+KTZ_TEST(QApplication, TestMessageBox)
 #include "TestMessageBox.moc"

@@ -292,5 +292,5 @@ void TestOpenGaps::pagesAreUpToDateWhileTheFailureIsShown()
     QCOMPARE(seen, knobSettings(inTheFile()[0]));
 }
 
-QTEST_MAIN(TestOpenGaps)
+KTZ_TEST(QApplication, TestOpenGaps)
 #include "TestOpenGaps.moc"

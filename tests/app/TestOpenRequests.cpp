@@ -162,7 +162,7 @@ void TestOpenRequests::startWhileTheClosingQuestionIsOpen()
     QCOMPARE(first.silentEnd(), 0);
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestOpenRequests)(int argc, char** argv)
 {
     if (CEditorProcess::isEditor())
         return CEditorProcess::run(argc, argv);

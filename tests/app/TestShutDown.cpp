@@ -259,5 +259,5 @@ void TestShutDown::whileTheDeviceReports()
     QCOMPARE(fixture.sent().last(), k_end);
 }
 
-QTEST_MAIN(TestShutDown)
+KTZ_TEST(QApplication, TestShutDown)
 #include "TestShutDown.moc"

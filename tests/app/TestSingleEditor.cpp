@@ -14,7 +14,6 @@
 
 namespace
 {
-constexpr QLatin1StringView k_name("org.ktzjx.Editor");
 constexpr int k_libraryPatience = 25000; // ms that the bus library waits by itself
 
 } // namespace
@@ -194,11 +193,11 @@ void TestSingleEditor::demoIsNoEditorOfTheSession()
     demo.start(QStringLiteral(KTZ_DEMO), {QStringLiteral("--log"), log});
     // Its window is there once messages have passed, and the name has long been asked for.
     QTRY_VERIFY(QFileInfo(log).size() > 0);
-    QVERIFY(!bus.hasOwner(k_name));
+    QVERIFY(!bus.hasOwner(k_busName));
 
     CEditorProcess editor(bus.address());
     QVERIFY(editor.becameEditor());
-    QVERIFY(bus.hasOwner(k_name));
+    QVERIFY(bus.hasOwner(k_busName));
     QProcess second;
     const QString secondLog = folder.filePath(QStringLiteral("second log"));
     second.setProcessEnvironment(CEditorProcess::environmentFor(bus.address()));
@@ -210,7 +209,7 @@ void TestSingleEditor::demoIsNoEditorOfTheSession()
     }
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestSingleEditor)(int argc, char** argv)
 {
     if (CEditorProcess::isEditor())
         return CEditorProcess::run(argc, argv);

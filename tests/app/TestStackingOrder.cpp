@@ -121,7 +121,7 @@ void TestStackingOrder::pinKeepsTheWindowInFront()
     QTRY_VERIFY(CWindowManager::isInFront(other.windowHandle(), window.windowHandle()));
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestStackingOrder)(int argc, char** argv)
 {
     // Its own dialogs and a home of its own, whatever desktop the test runs on.
     const QTemporaryDir home;

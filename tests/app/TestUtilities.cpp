@@ -144,5 +144,5 @@ void TestUtilities::disabledWidgetIsSeenToBe()
     QVERIFY2(faded.lightness() > 100 && faded.lightness() < 220, qPrintable(faded.name()));
 }
 
-QTEST_MAIN(TestUtilities)
+KTZ_TEST(QApplication, TestUtilities)
 #include "TestUtilities.moc"

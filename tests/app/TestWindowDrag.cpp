@@ -120,5 +120,5 @@ void TestWindowDrag::grabbedPointStaysUnderThePointer()
     QVERIFY2(waited <= 2 * longestWait, qPrintable(QString::number(waited)));
 }
 
-QTEST_GUILESS_MAIN(TestWindowDrag)
+KTZ_TEST(QCoreApplication, TestWindowDrag)
 #include "TestWindowDrag.moc"

@@ -362,5 +362,5 @@ void TestWindowInput::pasteKeyFollowsTheClipboard()
     QCOMPARE(hand.editor(k_ccOfKnob3)->getValue(), 42);
 }
 
-QTEST_MAIN(TestWindowInput)
+KTZ_TEST(QApplication, TestWindowInput)
 #include "TestWindowInput.moc"

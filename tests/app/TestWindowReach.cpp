@@ -5,7 +5,7 @@ namespace
 {
 const QRect k_left(0, 25, 1000, 775);     // a bar of 25 pixels at its top
 const QRect k_right(1000, 0, 1280, 1024); // beside it
-constexpr QSize k_size(446, 680);
+constexpr QSize k_window(446, 680);
 } // namespace
 
 class TestWindowReach : public CTestCase
@@ -43,8 +43,8 @@ void TestWindowReach::reachable()
 {
     QFETCH(QPoint, position);
     QFETCH(bool, isReachable);
-    QCOMPARE(WindowReach::isReachable(QRect(position, k_size), {k_left, k_right}), isReachable);
-    QVERIFY(!WindowReach::isReachable(QRect(position, k_size), {}));
+    QCOMPARE(WindowReach::isReachable(QRect(position, k_window), {k_left, k_right}), isReachable);
+    QVERIFY(!WindowReach::isReachable(QRect(position, k_window), {}));
 }
 
 void TestWindowReach::pulledBack_data()
@@ -63,7 +63,7 @@ void TestWindowReach::pulledBack()
 {
     QFETCH(QPoint, wanted);
     QFETCH(QPoint, position);
-    QCOMPARE(WindowReach::reachablePosition(wanted, k_size, k_left), position);
+    QCOMPARE(WindowReach::reachablePosition(wanted, k_window, k_left), position);
 }
 
 void TestWindowReach::lowScreen_data()
@@ -85,14 +85,14 @@ void TestWindowReach::lowScreen()
     for (const int bar : {0, 25}) {
         const QRect screen(0, bar, 1000, height);
         const QPoint highest(100, bar + highestTop);
-        QVERIFY(WindowReach::isReachable(QRect(highest, k_size), {screen}));
-        QVERIFY(!WindowReach::isReachable(QRect(highest - QPoint(0, 1), k_size), {screen}));
-        QCOMPARE(WindowReach::reachablePosition(highest, k_size, screen), highest);
-        QCOMPARE(WindowReach::reachablePosition(QPoint(100, -500), k_size, screen), highest);
+        QVERIFY(WindowReach::isReachable(QRect(highest, k_window), {screen}));
+        QVERIFY(!WindowReach::isReachable(QRect(highest - QPoint(0, 1), k_window), {screen}));
+        QCOMPARE(WindowReach::reachablePosition(highest, k_window, screen), highest);
+        QCOMPARE(WindowReach::reachablePosition(QPoint(100, -500), k_window, screen), highest);
         // Its lowest row shows, and no more of what is below it than that.
-        QCOMPARE(std::max(QRect(highest, k_size).bottom(), screen.bottom()), screen.bottom());
+        QCOMPARE(std::max(QRect(highest, k_window).bottom(), screen.bottom()), screen.bottom());
         // Downwards nothing changes.
-        QCOMPARE(WindowReach::reachablePosition(QPoint(100, 5000), k_size, screen),
+        QCOMPARE(WindowReach::reachablePosition(QPoint(100, 5000), k_window, screen),
                  QPoint(100, screen.bottom() - WindowReach::k_verticalMargin));
     }
 }
@@ -101,12 +101,12 @@ void TestWindowReach::lowScreenBesideAHighOne()
 {
     const QRect low(0, 0, 800, 600);
     const QRect high(800, 0, 1920, 1080);
-    QVERIFY(WindowReach::isReachable(QRect(QPoint(100, -80), k_size), {low, high}));
-    QVERIFY(WindowReach::isReachable(QRect(QPoint(100, -80), k_size), {high, low}));
+    QVERIFY(WindowReach::isReachable(QRect(QPoint(100, -80), k_window), {low, high}));
+    QVERIFY(WindowReach::isReachable(QRect(QPoint(100, -80), k_window), {high, low}));
     // The part on the high screen alone is out of reach, that on the low one is not.
-    QVERIFY(!WindowReach::isReachable(QRect(QPoint(900, -80), k_size), {low, high}));
-    QVERIFY(WindowReach::isReachable(QRect(QPoint(700, -80), k_size), {low, high}));
+    QVERIFY(!WindowReach::isReachable(QRect(QPoint(900, -80), k_window), {low, high}));
+    QVERIFY(WindowReach::isReachable(QRect(QPoint(700, -80), k_window), {low, high}));
 }
 
-QTEST_GUILESS_MAIN(TestWindowReach)
+KTZ_TEST(QCoreApplication, TestWindowReach)
 #include "TestWindowReach.moc"

@@ -42,5 +42,5 @@ void TestWindowSystem::whatItLetsAProgramDo()
     QCOMPARE(system.scalesScreensApart(), platform != "cocoa");
 }
 
-QTEST_GUILESS_MAIN(TestWindowSystem)
+KTZ_TEST(QCoreApplication, TestWindowSystem)
 #include "TestWindowSystem.moc"

@@ -346,5 +346,5 @@ void TestConnectionMonitor::slotsAreThere()
         QVERIFY(meta.indexOfSignal(name) >= 0);
 }
 
-QTEST_MAIN(TestConnectionMonitor)
+KTZ_TEST(QApplication, TestConnectionMonitor)
 #include "TestConnectionMonitor.moc"

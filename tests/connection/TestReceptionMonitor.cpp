@@ -113,5 +113,5 @@ void TestReceptionMonitor::lostDeviceIsNotAsked()
     QCOMPARE(LossFixture::requests(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestReceptionMonitor)
+KTZ_TEST(QCoreApplication, TestReceptionMonitor)
 #include "TestReceptionMonitor.moc"

@@ -121,5 +121,5 @@ void TestStartConnection::withoutAMemory()
     QVERIFY(!manager.sendStartMessage());
 }
 
-QTEST_GUILESS_MAIN(TestStartConnection)
+KTZ_TEST(QCoreApplication, TestStartConnection)
 #include "TestStartConnection.moc"

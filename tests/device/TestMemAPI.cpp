@@ -4,6 +4,7 @@
 #include "device/CMessageManagerWrapper.h"
 #include "midi/CMIDIInput.h"
 #include "midi/CMIDIOutput.h"
+#include "tests/device/Reception.h"
 #include "tests/support/CTestCase.h"
 #include "tests/support/SimulatedDeviceFixture.h"
 
@@ -45,16 +46,6 @@ class CSlowObserver : public CMemAPIObserver
     std::atomic<bool> left = false;
 };
 
-const unsigned char* raw(const QByteArray& bytes)
-{
-    return reinterpret_cast<const unsigned char*>(bytes.constData());
-}
-
-bool receive(CMemAPI& memory, const char* hex)
-{
-    const QByteArray bytes = QByteArray::fromHex(hex);
-    return memory.messageReceived(raw(bytes), static_cast<int>(bytes.size()));
-}
 } // namespace
 
 class TestMemAPI : public CTestCase
@@ -515,5 +506,5 @@ void TestMemAPI::clearingAnotherReplyObserverChangesNothing()
     QCOMPARE(notes, QStringList{QStringLiteral("second")});
 }
 
-QTEST_GUILESS_MAIN(TestMemAPI)
+KTZ_TEST(QCoreApplication, TestMemAPI)
 #include "TestMemAPI.moc"

@@ -276,5 +276,5 @@ void TestMemAPIProxy::eventObjectWithoutAProxy()
     QCoreApplication::processEvents(); // the queued slot finds no proxy
 }
 
-QTEST_MAIN(TestMemAPIProxy)
+KTZ_TEST(QApplication, TestMemAPIProxy)
 #include "TestMemAPIProxy.moc"

@@ -2,6 +2,7 @@
 #include "app/common/Constants.h"
 #include "device/CMemAPIObserver.h"
 #include "device/CMemAPIWrapper.h"
+#include "tests/device/Reception.h"
 #include "tests/support/CTestCase.h"
 #include "tests/support/SimulatedDeviceFixture.h"
 
@@ -73,12 +74,6 @@ QList<int> settingIds(int knob)
     return {1100 + knob, 1200 + knob, 1300 + knob, 1400 + knob, 1500 + knob};
 }
 
-bool receive(CMemAPI& memory, const char* hex)
-{
-    const QByteArray bytes = QByteArray::fromHex(hex);
-    return memory.messageReceived(reinterpret_cast<const unsigned char*>(bytes.constData()),
-                                  static_cast<int>(bytes.size()));
-}
 } // namespace
 
 class TestMemAPIWrapper : public CTestCase
@@ -583,5 +578,5 @@ void TestMemAPIWrapper::destructionSendsNothing()
     fixture.device.turn(1, 5);
 }
 
-QTEST_GUILESS_MAIN(TestMemAPIWrapper)
+KTZ_TEST(QCoreApplication, TestMemAPIWrapper)
 #include "TestMemAPIWrapper.moc"

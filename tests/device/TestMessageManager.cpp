@@ -1,14 +1,10 @@
 #include "device/CMessageManagerWrapper.h"
+#include "tests/device/Reception.h"
 #include "tests/support/CTestCase.h"
 
 namespace
 {
 using Bytes = QByteArray;
-
-const unsigned char* raw(const Bytes& bytes)
-{
-    return reinterpret_cast<const unsigned char*>(bytes.constData());
-}
 
 const Bytes k_start = Bytes::fromHex("F043103E18050200F7");
 const Bytes k_keep = Bytes::fromHex("F043103E18050201F7");
@@ -505,5 +501,5 @@ void TestMessageManager::endlessMessageStaysSmallAndParsesTheSame()
     QCOMPARE(parsed, expected);
 }
 
-QTEST_GUILESS_MAIN(TestMessageManager)
+KTZ_TEST(QCoreApplication, TestMessageManager)
 #include "TestMessageManager.moc"

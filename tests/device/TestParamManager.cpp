@@ -279,5 +279,5 @@ void TestParamManager::twoThreadsWriteWithoutLosingAnything()
     QCOMPARE(settings.getParam(0, k_maxCategory), k_rounds - 1);
 }
 
-QTEST_GUILESS_MAIN(TestParamManager)
+KTZ_TEST(QCoreApplication, TestParamManager)
 #include "TestParamManager.moc"

@@ -189,5 +189,5 @@ void TestClosing::withTheLossOnTheScreen()
     QVERIFY(!FaultFixture::sent().contains(k_endText));
 }
 
-QTEST_MAIN(TestClosing)
+KTZ_TEST(QApplication, TestClosing)
 #include "TestClosing.moc"

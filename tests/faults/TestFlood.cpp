@@ -171,5 +171,5 @@ void TestFlood::whileTheUserEdits()
     QVERIFY(fixture.isMarkLit());
 }
 
-QTEST_MAIN(TestFlood)
+KTZ_TEST(QApplication, TestFlood)
 #include "TestFlood.moc"

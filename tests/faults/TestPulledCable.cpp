@@ -199,5 +199,5 @@ void TestPulledCable::pluggedInAgain()
     QVERIFY(fixture.device.received().isEmpty());
 }
 
-QTEST_MAIN(TestPulledCable)
+KTZ_TEST(QApplication, TestPulledCable)
 #include "TestPulledCable.moc"

@@ -238,5 +238,5 @@ void TestReplyFaults::valuesAbove127()
     QCOMPARE(FaultFixture::commands(), QStringList());
 }
 
-QTEST_MAIN(TestReplyFaults)
+KTZ_TEST(QApplication, TestReplyFaults)
 #include "TestReplyFaults.moc"

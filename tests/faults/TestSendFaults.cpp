@@ -194,5 +194,5 @@ void TestSendFaults::closedWhileAKeepMessageIsHeldUp()
     QCOMPARE(FaultFixture::sent().count(k_endText), 1);
 }
 
-QTEST_MAIN(TestSendFaults)
+KTZ_TEST(QApplication, TestSendFaults)
 #include "TestSendFaults.moc"

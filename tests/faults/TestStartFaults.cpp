@@ -266,5 +266,5 @@ void TestStartFaults::slowDeviceIsHeardBeforeTheStartUpEnds()
         QCOMPARE(fixture.shown(knob), says ? held(knob) : k_factorySettings.at(std::size_t(knob)));
 }
 
-QTEST_MAIN(TestStartFaults)
+KTZ_TEST(QApplication, TestStartFaults)
 #include "TestStartFaults.moc"

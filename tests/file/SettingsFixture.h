@@ -6,6 +6,14 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+inline const QByteArray k_oldBytes = "the old file";
+
+inline QByteArray document(const QByteArray& controlView)
+{
+    return "<!DOCTYPE KTZJXEditor><parameters version=\"1.0\"><controlview>" + controlView +
+           "</controlview></parameters>";
+}
+
 /// The settings of one knob, whole, under its ids: the example's values are 10, 0, 0, 127, 1.
 inline ParamList knobList(int knob, const QList<QVariant>& values = {10, 0, 0, 127, 1})
 {

@@ -113,5 +113,5 @@ void TestDocumentGuard::takesTimeInProportionToTheLength()
     QVERIFY(timer.elapsed() < 2000);
 }
 
-QTEST_GUILESS_MAIN(TestDocumentGuard)
+KTZ_TEST(QCoreApplication, TestDocumentGuard)
 #include "TestDocumentGuard.moc"

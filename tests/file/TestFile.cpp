@@ -30,12 +30,6 @@ const QByteArray k_example = R"(<!DOCTYPE KTZJXEditor>
 /// The memory stays as it was.
 const std::optional<ParamList> k_untouched;
 
-QByteArray document(const QByteArray& controlView)
-{
-    return "<!DOCTYPE KTZJXEditor><parameters version=\"1.0\"><controlview>" + controlView +
-           "</controlview></parameters>";
-}
-
 QDomElement element(QDomDocument* owner, const QString& xml)
 {
     owner->setContent(xml);
@@ -422,5 +416,5 @@ void TestFile::createDataRefusesNull()
     QVERIFY(!root.hasChildNodes());
 }
 
-QTEST_GUILESS_MAIN(TestFile)
+KTZ_TEST(QCoreApplication, TestFile)
 #include "TestFile.moc"

@@ -13,7 +13,6 @@
 namespace
 {
 const QString k_cancel;
-const QByteArray k_oldBytes = "the old file";
 
 QByteArray settingsFile(const QByteArray& controlView)
 {
@@ -610,5 +609,5 @@ void TestFileDialogs::saveAsFileFails()
     QVERIFY(m_settings->memory.isDirty());
 }
 
-QTEST_MAIN(TestFileDialogs)
+KTZ_TEST(QApplication, TestFileDialogs)
 #include "TestFileDialogs.moc"

@@ -20,7 +20,6 @@
 
 namespace
 {
-const QByteArray k_oldBytes = "the old file";
 
 constexpr auto k_readableByAll = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
 constexpr auto k_writableByAll = k_readableByAll | QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
@@ -537,5 +536,5 @@ void TestFileStorage::namesOfEveryKind()
     QCOMPARE(file.read(m_settings->path(name)), QString());
 }
 
-QTEST_GUILESS_MAIN(TestFileStorage)
+KTZ_TEST(QCoreApplication, TestFileStorage)
 #include "TestFileStorage.moc"

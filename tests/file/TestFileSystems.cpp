@@ -14,7 +14,6 @@
 
 namespace
 {
-const QByteArray k_oldBytes = "the old file";
 
 bool put(const char* path, const QByteArray& text)
 {
@@ -187,7 +186,7 @@ void TestFileSystems::behindALink()
     QCOMPARE(names(), QStringList{"a.CJX"});
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestFileSystems)(int argc, char** argv)
 {
     g_hasOwnMounts = takeOwnMounts();
     const QCoreApplication application(argc, argv);

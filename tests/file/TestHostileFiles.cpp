@@ -22,12 +22,6 @@ namespace
 constexpr qint64 k_timeLimit = 2000;        // milliseconds
 constexpr qint64 k_memoryLimit = 64 * 1024; // kilobytes
 
-QByteArray document(const QByteArray& controlView)
-{
-    return "<!DOCTYPE KTZJXEditor><parameters version=\"1.0\"><controlview>" + controlView +
-           "</controlview></parameters>";
-}
-
 /// A figure of /proc/self/status in kilobytes; -1 when the system does not tell.
 qint64 statusFigure(const QByteArray& name)
 {
@@ -258,5 +252,5 @@ void TestHostileFiles::deviceNodes()
     QCOMPARE(m_settings->memory.getParamList(), factoryList());
 }
 
-QTEST_GUILESS_MAIN(TestHostileFiles)
+KTZ_TEST(QCoreApplication, TestHostileFiles)
 #include "TestHostileFiles.moc"

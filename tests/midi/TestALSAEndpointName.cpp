@@ -223,5 +223,5 @@ void TestALSAEndpointName::nameThatHoldsTheDevices()
     QTEST(holdsDeviceName(name), "holds");
 }
 
-QTEST_GUILESS_MAIN(TestALSAEndpointName)
+KTZ_TEST(QCoreApplication, TestALSAEndpointName)
 #include "TestALSAEndpointName.moc"

@@ -246,5 +246,5 @@ void TestALSAInput::hundredThousandMessages()
         QCOMPARE(records[i], noticeOf(i % 16384));
 }
 
-QTEST_GUILESS_MAIN(TestALSAInput)
+KTZ_TEST(QCoreApplication, TestALSAInput)
 #include "TestALSAInput.moc"

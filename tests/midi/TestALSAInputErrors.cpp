@@ -201,5 +201,5 @@ void TestALSAInputErrors::signalDoesNotEndTheReading()
     QCOMPARE(sigaction(SIGUSR1, &before, nullptr), 0);
 }
 
-QTEST_GUILESS_MAIN(TestALSAInputErrors)
+KTZ_TEST(QCoreApplication, TestALSAInputErrors)
 #include "TestALSAInputErrors.moc"

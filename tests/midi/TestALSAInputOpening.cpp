@@ -147,5 +147,5 @@ void TestALSAInputOpening::nobodyElseCanSubscribe()
     snd_seq_close(other);
 }
 
-QTEST_GUILESS_MAIN(TestALSAInputOpening)
+KTZ_TEST(QCoreApplication, TestALSAInputOpening)
 #include "TestALSAInputOpening.moc"

@@ -46,5 +46,5 @@ void TestALSANoSequencer::countsAreZeroAndNothingIsPrinted()
     QCOMPARE(printed.size(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestALSANoSequencer)
+KTZ_TEST(QCoreApplication, TestALSANoSequencer)
 #include "TestALSANoSequencer.moc"

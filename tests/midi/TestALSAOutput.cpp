@@ -281,5 +281,5 @@ void TestALSAOutput::destructionClosesTheClient()
     QCOMPARE(FakeALSA::subscriptions(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestALSAOutput)
+KTZ_TEST(QCoreApplication, TestALSAOutput)
 #include "TestALSAOutput.moc"

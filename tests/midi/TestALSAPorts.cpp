@@ -419,5 +419,5 @@ void TestALSAPorts::portObjectsComeClosed()
     QCOMPARE(FakeALSA::newestOpenClient(), -1);
 }
 
-QTEST_GUILESS_MAIN(TestALSAPorts)
+KTZ_TEST(QCoreApplication, TestALSAPorts)
 #include "TestALSAPorts.moc"

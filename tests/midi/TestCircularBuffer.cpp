@@ -321,5 +321,5 @@ void TestCircularBuffer::exchangeAddIsAtomic()
     QCOMPARE(value, 200'000);
 }
 
-QTEST_GUILESS_MAIN(TestCircularBuffer)
+KTZ_TEST(QCoreApplication, TestCircularBuffer)
 #include "TestCircularBuffer.moc"

@@ -119,5 +119,5 @@ void TestMIDIAllocation::receivingAndDeliveringDoNotAllocate()
     QCOMPARE(observer.m_received.load(), 100'100);
 }
 
-QTEST_GUILESS_MAIN(TestMIDIAllocation)
+KTZ_TEST(QCoreApplication, TestMIDIAllocation)
 #include "TestMIDIAllocation.moc"

@@ -547,5 +547,5 @@ void TestMIDIInput::floodDropsWholeRecordsOnly()
     QVERIFY(!observer.m_garbled);
 }
 
-QTEST_GUILESS_MAIN(TestMIDIInput)
+KTZ_TEST(QCoreApplication, TestMIDIInput)
 #include "TestMIDIInput.moc"

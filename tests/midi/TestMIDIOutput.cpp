@@ -204,5 +204,5 @@ void TestMIDIOutput::refusedPacketEndsTheMessage()
     QCOMPARE(output.m_packets.size(), refused);
 }
 
-QTEST_GUILESS_MAIN(TestMIDIOutput)
+KTZ_TEST(QCoreApplication, TestMIDIOutput)
 #include "TestMIDIOutput.moc"

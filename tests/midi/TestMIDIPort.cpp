@@ -265,5 +265,5 @@ void TestMIDIPort::inputsAndOutputsAreSeparate()
     QCOMPARE(port.getOutputPortByName(k_jxEditorPortName), -1);
 }
 
-QTEST_GUILESS_MAIN(TestMIDIPort)
+KTZ_TEST(QCoreApplication, TestMIDIPort)
 #include "TestMIDIPort.moc"

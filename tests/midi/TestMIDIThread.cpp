@@ -150,5 +150,5 @@ void TestMIDIThread::stopLeavesNoThreadRunning()
     QVERIFY(!thread.isRunning());
 }
 
-QTEST_GUILESS_MAIN(TestMIDIThread)
+KTZ_TEST(QCoreApplication, TestMIDIThread)
 #include "TestMIDIThread.moc"

@@ -540,5 +540,5 @@ void TestMacInput::aFloodThatFillsTheRingDropsWholeRecords()
     QCOMPARE(observer.records(), QList<QByteArray>(fitting, largest));
 }
 
-QTEST_GUILESS_MAIN(TestMacInput)
+KTZ_TEST(QCoreApplication, TestMacInput)
 #include "TestMacInput.moc"

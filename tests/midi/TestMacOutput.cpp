@@ -338,5 +338,5 @@ void TestMacOutput::sendMessageAfterCloseAndOpen()
     QCOMPARE(m_fake->sentPackets(), QList<QByteArray>{message(10)});
 }
 
-QTEST_GUILESS_MAIN(TestMacOutput)
+KTZ_TEST(QCoreApplication, TestMacOutput)
 #include "TestMacOutput.moc"

@@ -215,5 +215,5 @@ void TestMacPorts::theFactoriesGiveClosedPorts()
     output->closePort();
 }
 
-QTEST_GUILESS_MAIN(TestMacPorts)
+KTZ_TEST(QCoreApplication, TestMacPorts)
 #include "TestMacPorts.moc"

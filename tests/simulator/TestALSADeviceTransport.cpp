@@ -323,5 +323,5 @@ void TestALSADeviceTransport::destructorUnplugsTheDevice()
     QCOMPARE(FakeALSA::newestOpenClient(), -1);
 }
 
-QTEST_GUILESS_MAIN(TestALSADeviceTransport)
+KTZ_TEST(QCoreApplication, TestALSADeviceTransport)
 #include "TestALSADeviceTransport.moc"

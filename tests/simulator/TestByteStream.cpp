@@ -83,5 +83,5 @@ void TestByteStream::clearForgetsAnUnfinishedMessage()
     QCOMPARE(stream.feed(hex("02f7")), pieces({"02f7"}));
 }
 
-QTEST_GUILESS_MAIN(TestByteStream)
+KTZ_TEST(QCoreApplication, TestByteStream)
 #include "TestByteStream.moc"

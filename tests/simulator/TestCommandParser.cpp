@@ -165,5 +165,5 @@ void TestCommandParser::anyBytesGiveACommandOrOneLine()
     }
 }
 
-QTEST_GUILESS_MAIN(TestCommandParser)
+KTZ_TEST(QCoreApplication, TestCommandParser)
 #include "TestCommandParser.moc"

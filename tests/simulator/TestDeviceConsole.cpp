@@ -247,5 +247,5 @@ void TestDeviceConsole::newsAreToldOnce()
     QCOMPARE(console.news(), QStringList());
 }
 
-QTEST_GUILESS_MAIN(TestDeviceConsole)
+KTZ_TEST(QCoreApplication, TestDeviceConsole)
 #include "TestDeviceConsole.moc"

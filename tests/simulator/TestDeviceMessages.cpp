@@ -119,5 +119,5 @@ void TestDeviceMessages::settingsSurviveTheWay()
     }
 }
 
-QTEST_GUILESS_MAIN(TestDeviceMessages)
+KTZ_TEST(QCoreApplication, TestDeviceMessages)
 #include "TestDeviceMessages.moc"

@@ -152,5 +152,5 @@ void TestDevicePanel::clockMovesWithRealTime()
     QTRY_VERIFY(m_device->now() >= before + 40);
 }
 
-QTEST_MAIN(TestDevicePanel)
+KTZ_TEST(QApplication, TestDevicePanel)
 #include "TestDevicePanel.moc"

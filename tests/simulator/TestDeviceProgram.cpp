@@ -71,5 +71,5 @@ void TestDeviceProgram::deviceThatDoesNotExistGetsOneLineAndStatus1()
     QCOMPARE(outcome.errors.count('\n'), 1);
 }
 
-QTEST_GUILESS_MAIN(TestDeviceProgram)
+KTZ_TEST(QCoreApplication, TestDeviceProgram)
 #include "TestDeviceProgram.moc"

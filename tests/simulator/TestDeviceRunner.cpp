@@ -296,5 +296,5 @@ void TestDeviceRunner::timeIsRealTime()
     QVERIFY(running.end());
 }
 
-QTEST_GUILESS_MAIN(TestDeviceRunner)
+KTZ_TEST(QCoreApplication, TestDeviceRunner)
 #include "TestDeviceRunner.moc"

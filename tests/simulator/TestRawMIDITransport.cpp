@@ -152,5 +152,5 @@ void TestRawMIDITransport::destructorUnplugsTheDevice()
     QCOMPARE(FakeRawMIDI::openPorts(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestRawMIDITransport)
+KTZ_TEST(QCoreApplication, TestRawMIDITransport)
 #include "TestRawMIDITransport.moc"

@@ -117,5 +117,5 @@ void TestSendGate::resetLetsGo()
     QVERIFY(!system.sendGate().isHolding());
 }
 
-QTEST_GUILESS_MAIN(TestSendGate)
+KTZ_TEST(QCoreApplication, TestSendGate)
 #include "TestSendGate.moc"

@@ -576,5 +576,5 @@ void TestSimulatedDevice::packetsOfOneThreadKeepTheirOrderWhileAnotherSends()
     QCOMPARE(turns, k_rounds);
 }
 
-QTEST_GUILESS_MAIN(TestSimulatedDevice)
+KTZ_TEST(QCoreApplication, TestSimulatedDevice)
 #include "TestSimulatedDevice.moc"

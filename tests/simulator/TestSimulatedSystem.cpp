@@ -695,5 +695,5 @@ void TestSimulatedSystem::deviceIsDestroyedWhileTheEditorSends()
     }
 }
 
-QTEST_GUILESS_MAIN(TestSimulatedSystem)
+KTZ_TEST(QCoreApplication, TestSimulatedSystem)
 #include "TestSimulatedSystem.moc"

@@ -2,13 +2,10 @@
 
 #include <algorithm>
 
-namespace
-{
 int channelDistance(QRgb a, QRgb b)
 {
     return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
 }
-} // namespace
 
 PictureDifference::PictureDifference(const QImage& actual, const QImage& expected)
     : sameSize(actual.size() == expected.size()), marked(actual.convertToFormat(QImage::Format_RGB32))

@@ -2,6 +2,9 @@
 
 #include <QImage>
 
+/// How far two colours are apart in the channel in which they differ most, 0 to 255.
+[[nodiscard]] int channelDistance(QRgb a, QRgb b);
+
 /// How far a picture is from the one that it should be.
 ///
 /// A pixel differs when one of its channels is more than k_tolerance away: circles and shades may come out a few steps

@@ -78,5 +78,5 @@ void TestPictureDifference::differencesAreMarked()
     QCOMPARE(difference.marked.pixel(8, 3), qRgb(217, 217, 217));
 }
 
-QTEST_GUILESS_MAIN(TestPictureDifference)
+KTZ_TEST(QCoreApplication, TestPictureDifference)
 #include "TestPictureDifference.moc"

@@ -51,7 +51,7 @@ void TestScreenChange::windowIsDrawnForTheScreenItIsOn()
     }
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestScreenChange)(int argc, char** argv)
 {
     CSkinScenes::prepareProcess();
     qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" KTZ_TWO_SCREENS);

@@ -266,7 +266,7 @@ void TestSkinContrast::textIsReadable()
                             .arg(QColor(contrast.text).name(), QColor(contrast.ground).name())));
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestSkinContrast)(int argc, char** argv)
 {
     CSkinScenes::prepareProcess();
     QApplication application(argc, argv);

@@ -49,7 +49,7 @@ void TestSkinReferences::sceneLooksAsItDid()
                          .arg(actualPath, markedPath)));
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestSkinReferences)(int argc, char** argv)
 {
     CSkinScenes::prepareProcess();
     QApplication application(argc, argv);

@@ -1,5 +1,6 @@
 #include "device/DeviceParams.h"
 #include "tests/skin/CSkinScenes.h"
+#include "tests/skin/PictureDifference.h"
 #include "tests/support/CTestCase.h"
 
 #include <QScreen>
@@ -11,7 +12,7 @@ namespace
 constexpr QSize k_windowSize(446, 680);
 
 /// A smoothed edge is some steps off when it is scaled.
-constexpr int k_tolerance = 24;
+constexpr int k_edgeTolerance = 24;
 /// What a thin line may lose when a fractional ratio spreads it over two pixels, and the scaling over a third.
 constexpr int k_thinLineTolerance = 128;
 
@@ -71,11 +72,6 @@ QByteArray list(const QList<QPoint>& places)
     return text;
 }
 
-int distance(QRgb one, QRgb other)
-{
-    return std::max({std::abs(qRed(one) - qRed(other)), std::abs(qGreen(one) - qGreen(other)),
-                     std::abs(qBlue(one) - qBlue(other))});
-}
 } // namespace
 
 /// The window at the device pixel ratio of this process, against the reference pictures at ratio 1.
@@ -107,7 +103,7 @@ void TestSkinResolution::sceneLooksAsAtRatioOne()
     QCOMPARE(picture.size(), QSize(qCeil(k_windowSize.width() * ratio), qCeil(k_windowSize.height() * ratio)));
 
     const QImage scaled = picture.scaled(k_windowSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QList<QPoint> strange = strangePixels(scaled, plain, k_tolerance);
+    const QList<QPoint> strange = strangePixels(scaled, plain, k_edgeTolerance);
     QVERIFY2(strange.size() <= k_stemOfALetter, "strange: " + list(strange));
     const QList<QPoint> lost = strangePixels(plain, scaled, k_thinLineTolerance);
     QVERIFY2(lost.size() <= k_spreadPixels, "lost: " + list(lost));
@@ -119,7 +115,7 @@ void TestSkinResolution::edgeIsPaintedToTheLastPixel()
     const QImage picture = CSkinScenes::take(QStringLiteral("online"));
     const QRect rect = picture.rect();
     for (const QPoint corner : {rect.topLeft(), rect.topRight(), rect.bottomLeft(), rect.bottomRight()})
-        QVERIFY(distance(picture.pixel(corner), plain.pixel(0, 0)) <= k_tolerance);
+        QVERIFY(channelDistance(picture.pixel(corner), plain.pixel(0, 0)) <= k_edgeTolerance);
 }
 
 void TestSkinResolution::screenShowsWhatTheWidgetsDraw()
@@ -141,7 +137,7 @@ void TestSkinResolution::screenShowsWhatTheWidgetsDraw()
     QTRY_VERIFY(screenIsUpToDate());
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestSkinResolution)(int argc, char** argv)
 {
     CSkinScenes::prepareProcess();
     QApplication application(argc, argv);

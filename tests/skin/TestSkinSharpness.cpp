@@ -1,4 +1,5 @@
 #include "tests/skin/CSkinScenes.h"
+#include "tests/skin/PictureDifference.h"
 #include "tests/skin/TextContrast.h"
 #include "tests/support/CTestCase.h"
 
@@ -9,12 +10,6 @@ namespace
 /// Between colours that are one to the eye.
 constexpr int k_tolerance = 16;
 
-int distance(QRgb one, QRgb other)
-{
-    return std::max({std::abs(qRed(one) - qRed(other)), std::abs(qGreen(one) - qGreen(other)),
-                     std::abs(qBlue(one) - qBlue(other))});
-}
-
 /// The pixels of a text, black on white. Null if a pixel has a colour between the text's and that of its ground.
 QImage inkOf(const QImage& area)
 {
@@ -23,8 +18,8 @@ QImage inkOf(const QImage& area)
     QImage ink(area.size(), QImage::Format_Grayscale8);
     for (int y = 0; y < area.height(); ++y) {
         for (int x = 0; x < area.width(); ++x) {
-            const bool isText = distance(area.pixel(x, y), contrast.text) <= k_tolerance;
-            if (!isText && distance(area.pixel(x, y), contrast.ground) > shadeOfGround)
+            const bool isText = channelDistance(area.pixel(x, y), contrast.text) <= k_tolerance;
+            if (!isText && channelDistance(area.pixel(x, y), contrast.ground) > shadeOfGround)
                 return {};
             ink.scanLine(y)[x] = isText ? 0 : 255;
         }
@@ -100,7 +95,7 @@ void TestSkinSharpness::textIsSharp()
     QCOMPARE(dense.copy(to), plain.copy(from).scaled(to.size()));
 }
 
-int main(int argc, char** argv)
+KTZ_TEST_MAIN(TestSkinSharpness)(int argc, char** argv)
 {
     CSkinScenes::prepareProcess();
     QApplication application(argc, argv);

@@ -7,18 +7,18 @@ namespace
 {
 constexpr QRgb k_white = qRgb(255, 255, 255);
 constexpr QRgb k_black = qRgb(0, 0, 0);
-constexpr QRgb k_grey = qRgb(119, 119, 119); ///< 4.48 on white
-constexpr QSize k_size{20, 12};
+constexpr QRgb k_midGrey = qRgb(119, 119, 119); ///< 4.48 on white
+constexpr QSize k_shadeSize{20, 12};
 
 /// Rows of a picture, top to bottom, that are not of the ground's colour; the text is drawn over them.
 using Shade = QList<QRgb>;
 
 QImage picture(QRgb ground, const Shade& shade, QRgb text, int textPixels)
 {
-    QImage image(k_size, QImage::Format_RGB32);
+    QImage image(k_shadeSize, QImage::Format_RGB32);
     image.fill(ground);
     for (int y = 0; y < shade.size(); ++y)
-        for (int x = 0; x < k_size.width(); ++x)
+        for (int x = 0; x < k_shadeSize.width(); ++x)
             image.setPixel(x, y, shade[y]);
     for (int pixel = 0; pixel < textPixels; ++pixel)
         image.setPixel(3 + pixel % 5 * 2, 1 + pixel / 5 * 2, text);
@@ -45,8 +45,8 @@ void TestTextContrast::between_data()
     QTest::addColumn<QRgb>("other");
     QTest::addColumn<double>("ratio");
     QTest::newRow("black and white") << k_black << k_white << 21.0;
-    QTest::newRow("equal") << k_grey << k_grey << 1.0;
-    QTest::newRow("the darkest grey that is too light on white") << k_grey << k_white << 4.478;
+    QTest::newRow("equal") << k_midGrey << k_midGrey << 1.0;
+    QTest::newRow("the darkest grey that is too light on white") << k_midGrey << k_white << 4.478;
     QTest::newRow("green counts most") << qRgb(0, 255, 0) << k_black << 15.304;
     QTest::newRow("blue counts least") << qRgb(0, 0, 255) << k_black << 2.444;
 }
@@ -109,5 +109,5 @@ void TestTextContrast::onlyTheAreaCounts()
     QTEST(contrast.textPixels, "textPixels");
 }
 
-QTEST_GUILESS_MAIN(TestTextContrast)
+KTZ_TEST(QCoreApplication, TestTextContrast)
 #include "TestTextContrast.moc"

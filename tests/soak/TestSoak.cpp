@@ -69,8 +69,8 @@ void TestSoak::editorAndDeviceAgreeAndNothingGrows()
     QVERIFY(k_memoryIsSanitized || atLast.residentKilobytes <= halfWay.residentKilobytes + k_memoryNoise);
 }
 
-/// test_soak [--minutes N] [--seed S]: without minutes, a short run with seed 1.
-int main(int argc, char** argv)
+/// TestSoak [--minutes N] [--seed S]: without minutes, a short run with seed 1.
+KTZ_TEST_MAIN(TestSoak)(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QCommandLineParser parser;

@@ -2,8 +2,13 @@
 
 #include <QFont>
 #include <QImage>
+#include <QMetaType>
 #include <QPainter>
 #include <QSet>
+
+/// A picture of style/StyleImages.h, as a column of a test.
+using ImageData = const char* const*;
+Q_DECLARE_METATYPE(ImageData)
 
 /// A picture to draw one thing on: pixels that nobody drew stay magenta.
 class CStyleCanvas

@@ -3,6 +3,7 @@
 #include "style/CAboutView.h"
 #include "tests/style/CLockedWindow.h"
 #include "tests/style/CWidgetShot.h"
+#include "tests/style/ViewLook.h"
 #include "tests/support/CTestCase.h"
 #include "widgets/COnOffButton.h"
 
@@ -14,21 +15,7 @@
 
 namespace
 {
-constexpr QSize k_viewSize{421, 580};
 
-QPixmap blue()
-{
-    QPixmap pixmap(k_viewSize);
-    pixmap.fill(QColor(0, 0, 80));
-    return pixmap;
-}
-QFont skinFont()
-{
-    QFont font(k_fontGLT8);
-    font.setStyleStrategy(QFont::NoAntialias);
-    font.setPixelSize(8);
-    return font;
-}
 } // namespace
 
 class TestAboutView : public CTestCase
@@ -292,5 +279,5 @@ void TestAboutView::lineStandsAtItsPlace()
     QVERIFY(ink.left() >= 116 && ink.left() < 118);
 }
 
-QTEST_MAIN(TestAboutView)
+KTZ_TEST(QApplication, TestAboutView)
 #include "TestAboutView.moc"

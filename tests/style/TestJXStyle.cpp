@@ -504,5 +504,5 @@ void TestJXStyle::textInAFileDialogsLineEditIsReadable()
     QVERIFY(background - darkest > 128);
 }
 
-QTEST_MAIN(TestJXStyle)
+KTZ_TEST(QApplication, TestJXStyle)
 #include "TestJXStyle.moc"

@@ -14,9 +14,6 @@
 
 #include <memory>
 
-using ImageData = const char* const*;
-Q_DECLARE_METATYPE(ImageData)
-
 namespace
 {
 /// A widget whose paint event asks for a focus rectangle without saying for whom.
@@ -291,5 +288,5 @@ void TestJXStylePainting::everythingElseIsTheWindowsStyles()
              windows->subControlRect(QStyle::CC_Slider, &slider, QStyle::SC_SliderHandle, &menu));
 }
 
-QTEST_MAIN(TestJXStylePainting)
+KTZ_TEST(QApplication, TestJXStylePainting)
 #include "TestJXStylePainting.moc"

@@ -9,9 +9,6 @@
 #include <QMenuBar>
 #include <QStyleOption>
 
-using ImageData = const char* const*;
-Q_DECLARE_METATYPE(ImageData)
-
 namespace
 {
 /// CJXStyle that shows no mnemonics.
@@ -426,5 +423,5 @@ void TestMenuPainting::separatorTooNarrowForItsTextHasNoLine()
     QCOMPARE(drawItem(item).colors(), QSet<QRgb>{colorMenuEnableBackground.rgb()});
 }
 
-QTEST_MAIN(TestMenuPainting)
+KTZ_TEST(QApplication, TestMenuPainting)
 #include "TestMenuPainting.moc"

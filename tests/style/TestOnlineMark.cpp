@@ -191,5 +191,5 @@ void TestOnlineMark::setAlphaRepaints()
     QVERIFY(!CWidgetShot(&panel).differences(covered).isEmpty());
 }
 
-QTEST_MAIN(TestOnlineMark)
+KTZ_TEST(QApplication, TestOnlineMark)
 #include "TestOnlineMark.moc"

@@ -8,9 +8,6 @@
 #include <QScrollBar>
 #include <QStyleOption>
 
-using ImageData = const char* const*;
-Q_DECLARE_METATYPE(ImageData)
-
 namespace
 {
 constexpr QRect k_groove{4, 21, 8, 100}; // of a vertical bar of 125
@@ -313,5 +310,5 @@ void TestScrollBar::tooShortBarShowsNoGroove()
     QCOMPARE(drawBar(bar).bounds(colorScrollBarForeground, QRect(0, 18, 16, 8)), QRect(4, 21, 8, 1));
 }
 
-QTEST_MAIN(TestScrollBar)
+KTZ_TEST(QApplication, TestScrollBar)
 #include "TestScrollBar.moc"

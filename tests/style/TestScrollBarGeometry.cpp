@@ -10,7 +10,7 @@ namespace
 constexpr int k_thickness = 16;
 constexpr int k_sliderMinimum = 10;
 
-QStyleOptionSlider verticalBar(int length)
+QStyleOptionSlider barOfLength(int length)
 {
     QStyleOptionSlider bar;
     bar.orientation = Qt::Vertical;
@@ -69,7 +69,7 @@ void TestScrollBarGeometry::partsAreWhereTheTableSays()
     QFETCH(int, acrossFirst);
     QFETCH(int, acrossLast);
 
-    QStyleOptionSlider bar = verticalBar(125);
+    QStyleOptionSlider bar = barOfLength(125);
     bar.sliderPosition = 50;
     QCOMPARE(part(bar, QStyle::SubControl(control)), QRect(QPoint(acrossFirst, first), QPoint(acrossLast, last)));
 
@@ -80,7 +80,7 @@ void TestScrollBarGeometry::partsAreWhereTheTableSays()
 
 void TestScrollBarGeometry::partsFollowTheBarsOwnPlace()
 {
-    QStyleOptionSlider bar = verticalBar(125);
+    QStyleOptionSlider bar = barOfLength(125);
     const QRect before = part(bar, QStyle::SC_ScrollBarSlider);
     bar.rect.translate(30, 7);
     QCOMPARE(part(bar, QStyle::SC_ScrollBarSlider), before.translated(30, 7));
@@ -118,7 +118,7 @@ void TestScrollBarGeometry::sliderLength()
     QFETCH(int, maximum);
     QFETCH(int, pageStep);
     QFETCH(int, length);
-    QStyleOptionSlider bar = verticalBar(barLength);
+    QStyleOptionSlider bar = barOfLength(barLength);
     bar.minimum = minimum;
     bar.maximum = maximum;
     bar.pageStep = pageStep;
@@ -146,7 +146,7 @@ void TestScrollBarGeometry::sliderStart()
     QFETCH(int, position);
     QFETCH(bool, upsideDown);
     QFETCH(int, start);
-    QStyleOptionSlider bar = verticalBar(125);
+    QStyleOptionSlider bar = barOfLength(125);
     bar.sliderPosition = position;
     bar.upsideDown = upsideDown;
     QCOMPARE(part(bar, QStyle::SC_ScrollBarSlider).top(), start);
@@ -162,7 +162,7 @@ void TestScrollBarGeometry::pagesFillTheGrooveAroundTheSlider_data()
 void TestScrollBarGeometry::pagesFillTheGrooveAroundTheSlider()
 {
     QFETCH(int, position);
-    QStyleOptionSlider bar = verticalBar(125);
+    QStyleOptionSlider bar = barOfLength(125);
     bar.sliderPosition = position;
     const QRect groove = part(bar, QStyle::SC_ScrollBarGroove);
     const QRect before = part(bar, QStyle::SC_ScrollBarSubPage);
@@ -184,11 +184,11 @@ void TestScrollBarGeometry::barTooShortForItsArrowsHasNoGroove_data()
 void TestScrollBarGeometry::barTooShortForItsArrowsHasNoGroove()
 {
     QFETCH(int, length);
-    const QStyleOptionSlider bar = verticalBar(length);
+    const QStyleOptionSlider bar = barOfLength(length);
     for (const auto control : {QStyle::SC_ScrollBarGroove, QStyle::SC_ScrollBarSlider, QStyle::SC_ScrollBarSubPage,
                                QStyle::SC_ScrollBarAddPage})
         QVERIFY(part(bar, control).isEmpty());
 }
 
-QTEST_MAIN(TestScrollBarGeometry)
+KTZ_TEST(QApplication, TestScrollBarGeometry)
 #include "TestScrollBarGeometry.moc"

@@ -386,5 +386,5 @@ void TestSkin::windowIconHasItsSizes()
     QCOMPARE(qAlpha(icon.pixel(pixels / 2, pixels / 2)), 255);
 }
 
-QTEST_MAIN(TestSkin)
+KTZ_TEST(QApplication, TestSkin)
 #include "TestSkin.moc"

@@ -4,6 +4,7 @@
 #include "style/CSplashView.h"
 #include "tests/style/CLockedWindow.h"
 #include "tests/style/CWidgetShot.h"
+#include "tests/style/ViewLook.h"
 #include "tests/support/CTestCase.h"
 
 #include <QApplication>
@@ -17,17 +18,9 @@
 
 namespace
 {
-constexpr QSize k_viewSize{421, 580};
 constexpr QPoint k_barPos{122, 402};
 constexpr int k_ticksUntilFull = 100;    // 1700 ms
 constexpr int k_ticksUntilMinimum = 118; // 2006 ms, the first tick at 2000 or later
-
-QPixmap blue()
-{
-    QPixmap pixmap(k_viewSize);
-    pixmap.fill(QColor(0, 0, 80));
-    return pixmap;
-}
 
 QPixmap bar()
 {
@@ -52,13 +45,6 @@ class CPaintRecorder : public QObject
 
     QRect m_painted;
 };
-QFont skinFont()
-{
-    QFont font(k_fontGLT8);
-    font.setStyleStrategy(QFont::NoAntialias);
-    font.setPixelSize(8);
-    return font;
-}
 } // namespace
 
 class TestSplashView : public CTestCase
@@ -404,5 +390,5 @@ void TestSplashView::barGrowsOverItsBackground()
     }));
 }
 
-QTEST_MAIN(TestSplashView)
+KTZ_TEST(QApplication, TestSplashView)
 #include "TestSplashView.moc"

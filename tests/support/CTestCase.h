@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/CTestEntry.h"
+
 #include <QObject>
 #include <QSignalSpy>
 #include <QTest>

@@ -325,5 +325,5 @@ void TestControlView::destroyedPageIsForgottenByTheMemory()
     m_connected->memory.notifyParamChabgedById(1002);
 }
 
-QTEST_MAIN(TestControlView)
+KTZ_TEST(QApplication, TestControlView)
 #include "TestControlView.moc"

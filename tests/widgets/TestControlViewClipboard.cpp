@@ -260,5 +260,5 @@ void TestControlViewClipboard::knobCopiedBeforeARestartCannotBePasted()
     QCOMPARE(m_connected->device.received().size(), 0);
 }
 
-QTEST_MAIN(TestControlViewClipboard)
+KTZ_TEST(QApplication, TestControlViewClipboard)
 #include "TestControlViewClipboard.moc"

@@ -187,5 +187,5 @@ void TestControlViewMenu::pageCanGoWhileItsMenuIsOpen()
     QVERIFY(QApplication::activePopupWidget() == nullptr);
 }
 
-QTEST_MAIN(TestControlViewMenu)
+KTZ_TEST(QApplication, TestControlViewMenu)
 #include "TestControlViewMenu.moc"

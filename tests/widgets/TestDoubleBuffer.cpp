@@ -307,5 +307,5 @@ void TestDoubleBuffer::uncoveredPartIsPaintedInPlace()
     QCOMPARE(widget.m_drawn, 1);
 }
 
-QTEST_MAIN(TestDoubleBuffer)
+KTZ_TEST(QApplication, TestDoubleBuffer)
 #include "TestDoubleBuffer.moc"

@@ -138,5 +138,5 @@ void TestDragArithmetic::resetForgetsTheRemainder()
     QCOMPARE(arithmetic.steps(0.9, 1.0), 1);
 }
 
-QTEST_GUILESS_MAIN(TestDragArithmetic)
+KTZ_TEST(QCoreApplication, TestDragArithmetic)
 #include "TestDragArithmetic.moc"

@@ -74,5 +74,5 @@ void TestFadedImage::nullStaysNull()
     QVERIFY(fadedImage(QImage(), 100).isNull());
 }
 
-QTEST_APPLESS_MAIN(TestFadedImage)
+KTZ_TEST(QCoreApplication, TestFadedImage)
 #include "TestFadedImage.moc"

@@ -139,5 +139,5 @@ void TestFrame::consumedEventsGiveFalse()
     QTEST(object.event(type == QEvent::Show ? &show : &other), "result");
 }
 
-QTEST_MAIN(TestFrame)
+KTZ_TEST(QApplication, TestFrame)
 #include "TestFrame.moc"

@@ -114,5 +114,5 @@ void TestFrameGate::floodStaysBelow60Frames()
     QVERIFY(frames <= timer.elapsed() / CFrameGate::k_interval.count() + 1);
 }
 
-QTEST_GUILESS_MAIN(TestFrameGate)
+KTZ_TEST(QCoreApplication, TestFrameGate)
 #include "TestFrameGate.moc"

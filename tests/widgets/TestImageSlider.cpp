@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr QSize k_size(60, 15);
+constexpr QSize k_sliderSize(60, 15);
 } // namespace
 
 class TestImageSlider : public CTestCase
@@ -56,8 +56,8 @@ void TestImageSlider::init()
     m_window = std::make_unique<QWidget>();
     m_window->setGeometry(20, 20, 300, 200);
     m_slider = new CImageSlider(m_window.get());
-    m_slider->setGeometry(QRect(QPoint(50, 50), k_size));
-    m_slider->setImage(coloredStrip(k_size, 1, 4));
+    m_slider->setGeometry(QRect(QPoint(50, 50), k_sliderSize));
+    m_slider->setImage(coloredStrip(k_sliderSize, 1, 4));
     m_slider->setTotalImages(4);
     m_slider->setValue(1);
     QVERIFY(showActive(*m_window));
@@ -135,7 +135,7 @@ void TestImageSlider::eachValueShowsItsFrame()
 {
     QFETCH(int, density);
     QFETCH(int, value);
-    m_slider->setImage(coloredStrip(k_size, 1, 4, density));
+    m_slider->setImage(coloredStrip(k_sliderSize, 1, 4, density));
     m_slider->setValue(value);
     for (const QPoint& corner : {QPoint(1, 1), QPoint(58, 1), QPoint(1, 13), QPoint(58, 13)})
         QCOMPARE(shownColor(*m_slider, corner), frameColor(0, value));
@@ -143,7 +143,7 @@ void TestImageSlider::eachValueShowsItsFrame()
 
 void TestImageSlider::frameIsScaledToTheWidget()
 {
-    m_slider->resize(k_size * 2);
+    m_slider->resize(k_sliderSize * 2);
     for (const QPoint& corner : {QPoint(1, 1), QPoint(118, 1), QPoint(1, 28), QPoint(118, 28)})
         QCOMPARE(shownColor(*m_slider, corner), frameColor(0, 1));
 }
@@ -265,5 +265,5 @@ void TestImageSlider::wheelOutsideTheSliderDoesNothing()
     QCOMPARE(m_slider->value(), 1);
 }
 
-QTEST_MAIN(TestImageSlider)
+KTZ_TEST(QApplication, TestImageSlider)
 #include "TestImageSlider.moc"

@@ -92,5 +92,5 @@ void TestImageStrip::targetFollowsTheAlignment()
     QCOMPARE(strip.target(area, Qt::Alignment::fromInt(alignment)), QRect(topLeft, QSize(10, 7)));
 }
 
-QTEST_GUILESS_MAIN(TestImageStrip)
+KTZ_TEST(QCoreApplication, TestImageStrip)
 #include "TestImageStrip.moc"

@@ -19,9 +19,9 @@
 
 namespace
 {
-constexpr int k_knob = 0;
-constexpr int k_valueID = k_knobValueCategory + k_knob;
-constexpr int k_ledTypeID = k_ledTypeCategory + k_knob;
+constexpr int k_shownKnob = 0;
+constexpr int k_valueID = k_knobValueCategory + k_shownKnob;
+constexpr int k_ledTypeID = k_ledTypeCategory + k_shownKnob;
 
 /// One frame of the ring's strip.
 QPixmap frameOf(int index)
@@ -243,7 +243,7 @@ void TestKnobLED::knobWithoutAMemoryTakesTypeZero()
 
 void TestKnobLED::reportedValueReachesTheLED()
 {
-    m_connected->device.turn(k_knob, 100);
+    m_connected->device.turn(k_shownKnob, 100);
     QTRY_COMPARE(m_knob->getImageIndexByType(k_ledAscent), 4);
     QTRY_COMPARE(m_knob->getAlpha(), 255);
 }
@@ -489,5 +489,5 @@ void TestKnobLED::destroyedKnobIsForgottenByTheMemory()
     m_connected->memory.notifyParamChabgedById(k_valueID);
 }
 
-QTEST_MAIN(TestKnobLED)
+KTZ_TEST(QApplication, TestKnobLED)
 #include "TestKnobLED.moc"

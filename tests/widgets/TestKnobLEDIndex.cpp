@@ -111,5 +111,5 @@ void TestKnobLEDIndex::unknownTypeGivesState0()
         QCOMPARE(knobLEDIndex(type, value), 0);
 }
 
-QTEST_APPLESS_MAIN(TestKnobLEDIndex)
+KTZ_TEST(QCoreApplication, TestKnobLEDIndex)
 #include "TestKnobLEDIndex.moc"

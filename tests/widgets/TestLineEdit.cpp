@@ -639,5 +639,5 @@ void TestLineEdit::changeInTheMemoryClosesTheMenu()
     QVERIFY(QApplication::activePopupWidget() == nullptr);
 }
 
-QTEST_MAIN(TestLineEdit)
+KTZ_TEST(QApplication, TestLineEdit)
 #include "TestLineEdit.moc"

@@ -122,5 +122,5 @@ void TestNumberText::formatThatReadsAnythingElseCountsAsPlain()
     QCOMPARE(numberText(format, 64.0), QStringLiteral("64"));
 }
 
-QTEST_GUILESS_MAIN(TestNumberText)
+KTZ_TEST(QCoreApplication, TestNumberText)
 #include "TestNumberText.moc"

@@ -641,5 +641,5 @@ void TestOnOffButton::consumedEventsGiveFalse()
     QVERIFY(object.event(&change));
 }
 
-QTEST_MAIN(TestOnOffButton)
+KTZ_TEST(QApplication, TestOnOffButton)
 #include "TestOnOffButton.moc"

@@ -143,5 +143,5 @@ void TestOverlapView::shortcutsAreSwitchedTogether()
     QCOMPARE(view.m_triggered, 4);
 }
 
-QTEST_MAIN(TestOverlapView)
+KTZ_TEST(QApplication, TestOverlapView)
 #include "TestOverlapView.moc"

@@ -84,5 +84,5 @@ void TestSkinPixmap::withoutARatioTheDensestScreenCounts()
     QCOMPARE(skinPixmap(path(QStringLiteral("all.png"))).size(), expected.size());
 }
 
-QTEST_MAIN(TestSkinPixmap)
+KTZ_TEST(QApplication, TestSkinPixmap)
 #include "TestSkinPixmap.moc"

@@ -407,5 +407,5 @@ void TestSlideEditor::destroyedEditorIsForgottenByTheMemory()
     m_connected->memory.updateKnob(2);
 }
 
-QTEST_MAIN(TestSlideEditor)
+KTZ_TEST(QApplication, TestSlideEditor)
 #include "TestSlideEditor.moc"

@@ -229,5 +229,5 @@ void TestSliderDrag::pointerIsPlacedOnlyWhereItMay()
     QCOMPARE(QCursor::pos(), QPoint(40, 50));
 }
 
-QTEST_MAIN(TestSliderDrag)
+KTZ_TEST(QApplication, TestSliderDrag)
 #include "TestSliderDrag.moc"

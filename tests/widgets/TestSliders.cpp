@@ -362,5 +362,5 @@ void TestSliders::destroyedSliderIsForgottenByTheMemory()
     m_connected->memory.updateKnob(k_knob);
 }
 
-QTEST_MAIN(TestSliders)
+KTZ_TEST(QApplication, TestSliders)
 #include "TestSliders.moc"

@@ -717,5 +717,5 @@ void TestSpinButton::consumedEventsGiveFalse()
     QVERIFY(object.event(&change));
 }
 
-QTEST_MAIN(TestSpinButton)
+KTZ_TEST(QApplication, TestSpinButton)
 #include "TestSpinButton.moc"

@@ -325,5 +325,5 @@ void TestTextSlider::textHasItsColourAndPlace()
     QCOMPARE(m_slider->lineEdit()->alignment(), Qt::AlignRight | Qt::AlignVCenter);
 }
 
-QTEST_MAIN(TestTextSlider)
+KTZ_TEST(QApplication, TestTextSlider)
 #include "TestTextSlider.moc"

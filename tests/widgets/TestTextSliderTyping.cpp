@@ -321,5 +321,5 @@ void TestTextSliderTyping::doubleClickIsIgnored()
     QVERIFY(m_slider->lineEdit()->isHidden());
 }
 
-QTEST_MAIN(TestTextSliderTyping)
+KTZ_TEST(QApplication, TestTextSliderTyping)
 #include "TestTextSliderTyping.moc"
