@@ -7,6 +7,8 @@ class QWidget;
 
 /// What a desktop gives to whom it starts or calls, as proof that the user asked for it: window systems let a window
 /// come in front of the one that the user works in only with such a proof.
+///
+/// Threads  the environment's functions and bringToFront(): the GUI thread. A token itself: any.
 struct ActivationToken
 {
     QString activation; ///< Wayland's; empty for none

@@ -9,7 +9,7 @@ class CMainWindow;
 /// The one main window; null until the editor has shown it, and never cleared.
 extern CMainWindow* g_mainWindow;
 
-/// The application object: takes the desktop's requests to open a settings file.
+/// The application object: takes the desktop's requests to open a settings file. GUI thread only.
 class CApplication : public QApplication
 {
     Q_OBJECT

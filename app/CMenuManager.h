@@ -8,6 +8,7 @@ class QMenuBar;
 
 /// The small menu bar inside the editor's window, with its File, Edit and Help menus.
 ///
+/// Threads    GUI thread only.
 /// Ownership  the widgets and actions belong to the window's widget tree; the manager only points at them.
 class CMenuManager : public QObject
 {

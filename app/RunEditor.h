@@ -14,7 +14,7 @@ enum class Editors
     Any, ///< each with a device of its own
 };
 
-/// The editor from its start to its end; what main() does.
+/// The editor from its start to its end; what main() does, on the main thread. Blocks as long as the editor runs.
 ///
 /// argv[1], if there is one, is the path of a settings file that is opened when the splash has finished.
 /// editors says whether a session has one editor: a second start hands its file to the running one then, and ends with

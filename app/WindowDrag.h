@@ -6,7 +6,8 @@
 
 #include <optional>
 
-/// Where a window goes that is dragged by a point inside of it, over screens of different ratios.
+/// Where a window goes that is dragged by a point inside of it, over screens of different ratios. Arithmetic alone: any
+/// thread.
 ///
 /// Units    logical pixels. Each screen counts its own from its top left corner, which stands at the same numbers in
 ///          logical and in device pixels; so the window and the pointer may be told in the pixels of different screens.

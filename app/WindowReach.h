@@ -10,6 +10,7 @@
 /// keeps its top on it.
 ///
 /// Units    global logical pixels. Screens are their available geometries.
+/// Threads  arithmetic alone, in any.
 namespace WindowReach
 {
 /// Height of the strip at the window's top, and width of the strip at either side, that has to stay in reach.

@@ -5,6 +5,7 @@
 /// Says what the editor is: drops over the window with a bounce, and rises again when its close button is clicked
 /// or Escape is pressed.
 ///
+/// Threads  GUI thread only.
 /// Owns     its button, as a child.
 class CAboutView : public CInfoView
 {

@@ -11,7 +11,7 @@ class QWidget;
 
 /// Paints one item of the menu bar or of a menu, for the length of one call.
 ///
-/// Units    logical pixels.
+/// Units    logical pixels.      Threads  GUI thread only.
 /// Owns     nothing; the style, the item and the painter outlive it. The widget may be null.
 class CMenuPainter
 {

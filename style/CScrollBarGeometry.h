@@ -8,6 +8,7 @@ class QStyleOptionSlider;
 /// Where the parts of a scroll bar are: both arrows sit together at its start, top or left.
 ///
 /// Units    logical pixels, in the coordinates of the option's rectangle, laid out left to right.
+/// Threads  arithmetic alone, in any.
 /// Failure  a bar too short for its arrows has an empty groove and an empty slider.
 class CScrollBarGeometry
 {

@@ -9,6 +9,7 @@ class QTimer;
 /// minimum time over. Only an editor that never says that it is ready is not waited for any longer than the longest
 /// wait: a connection that took long leaves the whole minimum time for what the device then tells.
 ///
+/// Threads  GUI thread only.
 /// Owns     its timers, as children.
 class CSplashView : public CInfoView
 {

@@ -2,7 +2,7 @@
 
 #include <QColor>
 
-/// The style's colours by role, all opaque. Spellings are the names under which the skin knows them.
+/// The style's colours by role, all opaque. The names are fixed, the two with "Backgorund" too.
 
 inline constexpr QColor colorPaletteBase{204, 204, 204};
 inline constexpr QColor colorPaletteText{55, 55, 55};

@@ -4,7 +4,7 @@
 
 #include <QFrame>
 
-/// A panel that shows a picture. Mouse events end here and never reach its parent.
+/// A panel that shows a picture. Mouse events end here and never reach its parent. GUI thread only.
 class CFrame : public QFrame, public DoubleBuffer
 {
     Q_OBJECT

@@ -5,6 +5,7 @@
 /// A slider that shows one picture for each of its values: drag it up or down, or turn the wheel over it.
 ///
 /// Picture  totalImages frames below each other, value 0 at the top, each scaled to the whole widget.
+/// Threads  GUI thread only.
 class CImageSlider : public CTracklessSlider
 {
     Q_OBJECT

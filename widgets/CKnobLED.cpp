@@ -15,11 +15,15 @@ namespace
 constexpr std::chrono::milliseconds k_fadeTime{200};
 } // namespace
 
+// Both states of a fade are always drawn, the lower one whole and the upper one over it as far as alpha goes: a rise
+// fades the upper one in, a fall fades it out. So a fade's end needs no other drawing than its course.
+
 CKnobLED::CKnobLED(QWidget* parent)
     : QWidget(parent), m_fadeAnimation(new QPropertyAnimation(this, QByteArrayLiteral("alpha"), this))
 {
     m_fadeAnimation->setDuration(static_cast<int>(k_fadeTime.count()));
     m_fadeAnimation->setEasingCurve(QEasingCurve::Linear);
+    // The animation steps as often as it likes; the screen shows no more than its frames.
     connect(&m_frameGate, &CFrameGate::frame, this, qOverload<>(&QWidget::update));
 }
 
@@ -78,6 +82,7 @@ void CKnobLED::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const auto [low, high] = std::minmax(m_previousIndex, m_currentIndex);
+    // The densest screen's, not this one's: pictures are kept for one ratio, and scaled down elsewhere.
     const qreal ratio = qGuiApp->devicePixelRatio();
     painter.drawImage(k_ledRect, knobLEDImage(low, ratio));
     painter.drawImage(k_ledRect, fadedImage(knobLEDImage(high, ratio), m_alpha));

@@ -17,6 +17,7 @@ inline const QVariant k_maxOpacity(255.0);
 /// fades from one state to the other; clicks only select the knob.
 ///
 /// Watches  the knob's value, id 1000 + knob; the LED type is read beside it.
+/// Threads  GUI thread only.
 /// Speed    however often the value changes, at most 60 repaints a second; at rest no timer runs.
 class CKnobLED : public QWidget, public CMemAPIProxyWrapper
 {

@@ -12,6 +12,7 @@ class QRegularExpressionValidator;
 /// The text field used where a value is typed in place: an edit starts with the focus and ends accepted or aborted.
 ///
 /// An aborted edit has its old text back. The text is not bound to a parameter. No key travels on to the parent.
+/// GUI thread only.
 class CLineEdit : public QLineEdit, public CMemAPIProxy
 {
     Q_OBJECT

@@ -8,6 +8,7 @@
 /// A button with a picture for each of its states, which stand for two values of a parameter.
 ///
 /// Picture  3 rows: off, on, pressed. Without a pressed row a pressed button looks on.
+/// Threads  GUI thread only.
 /// Failure  an edit that the memory takes back is never shown: the button falls back to the memory's value.
 class COnOffButton : public QPushButton, public StripBuffer, public CMemAPIProxy
 {

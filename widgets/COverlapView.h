@@ -5,7 +5,8 @@
 
 class QAction;
 
-/// A view that lies over the main window for a while: the window is locked exactly as long as the view lives.
+/// A view that lies over the main window for a while: the window is locked exactly as long as the view lives. GUI
+/// thread only.
 class COverlapView : public QWidget
 {
     Q_OBJECT

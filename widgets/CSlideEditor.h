@@ -14,7 +14,7 @@ inline const QString k_spinImage = QStringLiteral(":/images/ktz_spin.png");
 /// A slider with a spin button beside it, kept in step, that edit one parameter together. The editor is bound to the
 /// parameter, its two parts are not.
 ///
-/// Units    logical pixels.
+/// Units    logical pixels.      Threads  GUI thread only.
 /// Failure  an edit that the memory takes back is never shown: both parts fall back to the memory's value.
 class CSlideEditor : public QWidget, public CMemAPIProxy
 {

@@ -10,6 +10,10 @@
 
 #include <cmath>
 
+// After each movement the pointer goes back to the slider's centre, so that no drag ends at the edge of the screen. The
+// way from there to the next event is the travel. The placing causes an event of its own, which lies on the centre and
+// so has no travel; on a dense screen it also tells where in the window that centre exactly is.
+
 CSliderDrag::CSliderDrag(QAbstractSlider* slider) : m_slider(slider), m_pointerWarps(PointerWarp::isPossible()) {}
 
 void CSliderDrag::setPointerWarps(bool warps)
@@ -29,6 +33,7 @@ void CSliderDrag::begin(const QMouseEvent& press)
     m_pressPos = press.globalPosition().toPoint();
     m_centre = m_slider->mapToGlobal(QPoint((m_slider->width() - 1) / 2, (m_slider->height() - 1) / 2));
     m_origin = m_pointerWarps ? QPointF(m_centre) : press.globalPosition();
+    // As far from the press as in global coordinates, until an event from the origin itself tells it exactly.
     m_originInWindow = press.scenePosition() + (m_origin - press.globalPosition());
     m_pointerPlaced = false;
 }
@@ -50,6 +55,7 @@ void CSliderDrag::move(const QMouseEvent& event)
     const bool fine = event.modifiers().testFlag(Qt::ShiftModifier);
     const int steps = m_arithmetic.steps(travel.y(), DragArithmetic::factor(range, fine));
     const int oldValue = m_slider->value();
+    // Up is always more, also with inverted controls, which are about keys and wheel.
     m_slider->setValue(oldValue - steps);
     if (m_slider->value() != oldValue)
         emit m_slider->actionTriggered(QAbstractSlider::SliderMove);
@@ -64,6 +70,7 @@ void CSliderDrag::move(const QMouseEvent& event)
 
 QPointF CSliderDrag::travelTo(const QMouseEvent& event)
 {
+    // On the screen, for which the toolkit rounds parts of a pixel away.
     const QPointF rounded = event.globalPosition() - m_origin;
     if (m_pointerPlaced && rounded.isNull())
         m_originInWindow = event.scenePosition();

@@ -11,7 +11,7 @@ class QWheelEvent;
 /// A drag of a slider without a track: up or down it changes the value while the pointer is held at the slider's
 /// centre. The wheel steps. Hiding the pointer, and when a drag begins and ends, is the slider's.
 ///
-/// Units    positions are global, in logical pixels.
+/// Units    positions are global, in logical pixels.      Threads  GUI thread only.
 /// Dense    on a screen whose ratio is not 1 the pointer also stops between two logical pixels. The toolkit rounds that
 ///          away for the screen, but not for the window: travel is measured in the window. Where in the window the
 ///          centre's nearest device pixel lies is seen when the pointer has been placed there.

@@ -21,6 +21,11 @@ constexpr int k_rows = 5;
 constexpr std::chrono::milliseconds k_flashTime{100};
 } // namespace
 
+// Two invisible buttons lie over the halves and give presses, repeats and clicks; this widget draws both in one
+// picture. Which half is drawn pressed is a state of its own, since a key or the wheel shows a press for a moment where
+// no button is down. The end of that moment, like any press and release, brings the drawing back to what the buttons
+// say.
+
 CSpinButton::CSpinButton(QWidget* parent) : QAbstractSlider(parent), StripBuffer(this)
 {
     setFocusPolicy(Qt::ClickFocus);
@@ -167,6 +172,7 @@ void CSpinButton::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
 }
 
+// The base would only repaint from the same buffer; updateValue() has that redrawn.
 void CSpinButton::sliderChange(SliderChange change)
 {
     if (change != SliderRangeChange && change != SliderValueChange)
@@ -182,6 +188,7 @@ int CSpinButton::imageRows() const
 
 int CSpinButton::imageRow() const
 {
+    // A flash outlives the step to a limit, at which nothing can be pressed any more.
     if (m_downShownDown && value() > minimum())
         return k_downRow;
     if (m_upShownDown && value() < maximum())

@@ -11,6 +11,7 @@ class QTimer;
 /// An up half and a down half that step a parameter between the slider's minimum and maximum.
 ///
 /// Picture  5 rows: at the minimum, between the limits, up half pressed, down half pressed, at the maximum.
+/// Threads  GUI thread only.
 /// Failure  an edit that the memory takes back is never shown: the value falls back to the memory's.
 class CSpinButton : public QAbstractSlider, public StripBuffer, public CMemAPIProxy
 {

@@ -11,6 +11,7 @@ class QValidator;
 ///
 /// Shown    value x multiplier + offset, by the printf-style format (see numberText()).
 /// Typed    becomes the value typed / multiplier - offset, cut toward zero.
+/// Threads  GUI thread only.
 class CTextSlider : public CTracklessSlider
 {
     Q_OBJECT
@@ -47,7 +48,7 @@ class CTextSlider : public CTracklessSlider
     [[nodiscard]] int editMaxLength() const;
     void setEditMaxLength(int length);
 
-    /// Kept for the form; typing uses neither.
+    /// Stored and reported only: what can be typed follows from offset and multiplier.
     [[nodiscard]] QString editInputMask() const;
     void setEditInputMask(const QString& mask);
     [[nodiscard]] QString editValidatorRegExp() const;

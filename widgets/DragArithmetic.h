@@ -5,6 +5,7 @@
 /// Units    travel and remainder are in logical pixels, positive downwards; factors are value steps per pixel. Travel
 ///          comes in parts of a pixel where the screen's ratio is not 1; steps are made of whole pixels alone.
 /// Ranges   a range is maximum - minimum of the value.
+/// Threads  that of the object.
 class DragArithmetic
 {
   public:

@@ -7,6 +7,7 @@
 ///
 /// Units    frame sizes and targets are in logical pixels, sources in the picture's own (device) pixels, so that a
 ///          frame of a picture drawn for a dense screen covers the same place with more detail.
+/// Threads  arithmetic alone, in any; the picture is looked at in the constructor only.
 /// Ranges   columns and rows are at least 1; a column or row outside them names a place outside the picture.
 class ImageStrip
 {

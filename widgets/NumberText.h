@@ -6,5 +6,5 @@
 /// The decimal point is a point in every language.
 ///
 /// A long double's "L" counts as nothing, since the number is a double. A format that printf() would read anything else
-/// for, such as a second number, counts as "%.0f".
+/// for, such as a second number, counts as "%.0f". Any thread, while none sets the locale.
 [[nodiscard]] QString numberText(const QString& format, double number);

@@ -3,7 +3,7 @@
 #include "widgets/DoubleBuffer.h"
 
 /// A double buffer whose face is one frame of a picture, placed in the widget unscaled. The picture has imageCategories
-/// columns, of which one is drawn, and a row for each state of the widget.
+/// columns, of which one is drawn, and a row for each state of the widget. GUI thread only.
 class StripBuffer : public DoubleBuffer
 {
   public:

@@ -8,7 +8,8 @@
 /// ratio   device pixels per logical pixel. The densest variant up to the next whole ratio is taken, so that a picture
 ///         is scaled down rather than up; its own ratio is set, so that it has the plain one's logical size.
 ///
-/// Kept in the application's pixmap cache and shared: for what many widgets show.
+/// Kept in the application's pixmap cache and shared: for what many widgets show. All of these: GUI thread only, while
+/// the application object lives.
 [[nodiscard]] QPixmap skinPixmap(const QString& path, qreal ratio);
 
 /// The same for the densest of the user's screens.

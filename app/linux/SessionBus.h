@@ -5,7 +5,7 @@
 #include <chrono>
 
 /// The session's message bus, looked at before anything waits for it: the bus library itself waits up to 25 seconds for
-/// a bus that does not answer.
+/// a bus that does not answer. GUI thread.
 namespace SessionBus
 {
 /// The address of the session's bus, if that says something to a client's first word within the limit; else empty.
