@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/WaitFor.h"
+
 #include <QProcess>
 #include <QTest>
 #include <QWindow>

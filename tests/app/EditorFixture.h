@@ -8,6 +8,7 @@
 #include "style/COnlineMark.h"
 #include "style/CSplashView.h"
 #include "tests/support/SimulatedDeviceFixture.h"
+#include "tests/support/WaitFor.h"
 #include "widgets/CControlView.h"
 #include "widgets/CKnobLED.h"
 #include "widgets/CSlideEditor.h"

@@ -2,6 +2,7 @@
 
 #include "device/DeviceParams.h"
 #include "tests/support/CFileDialogAnswer.h"
+#include "tests/support/WaitFor.h"
 #include "tests/widgets/WidgetEvents.h"
 #include "widgets/CSpinButton.h"
 

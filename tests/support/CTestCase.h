@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/CTestEntry.h"
+#include "tests/support/WaitFor.h"
 
 #include <QObject>
 #include <QSignalSpy>
