@@ -68,21 +68,27 @@ static_assert(std::ranges::all_of(k_settingParams, [](const SettingParam& settin
     return setting.highest <= k_highestByte && std::ranges::all_of(setting.factory, isInRange);
 }));
 
-/// The settings' categories, in the order of the table.
-inline constexpr auto k_settingCategories = [] {
+[[nodiscard]] consteval std::array<int, k_numOfSettings> categoriesOfSettings()
+{
     std::array<int, k_numOfSettings> categories{};
     std::ranges::transform(k_settingParams, categories.begin(), &SettingParam::category);
     return categories;
-}();
+}
+
+/// The settings' categories, in the order of the table.
+inline constexpr auto k_settingCategories = categoriesOfSettings();
+
+[[nodiscard]] consteval std::array<std::array<int, k_numOfSettings>, k_numOfKnobs> presetsOfKnobs()
+{
+    std::array<std::array<int, k_numOfSettings>, k_numOfKnobs> presets{};
+    for (std::size_t knob = 0; knob < presets.size(); ++knob)
+        std::ranges::transform(k_settingParams, presets[knob].begin(),
+                               [&](const SettingParam& setting) { return setting.factory[knob]; });
+    return presets;
+}
 
 /// The factory preset: one row a knob, in the order of the table.
-inline constexpr auto k_defaultParamList = [] {
-    std::array<std::array<int, k_numOfSettings>, k_numOfKnobs> list{};
-    for (std::size_t knob = 0; knob < list.size(); ++knob)
-        std::ranges::transform(k_settingParams, list[knob].begin(),
-                               [&](const SettingParam& setting) { return setting.factory[knob]; });
-    return list;
-}();
+inline constexpr auto k_defaultParamList = presetsOfKnobs();
 
 [[nodiscard]] constexpr int knobOfParam(int id)
 {

@@ -40,12 +40,15 @@ inline constexpr std::array k_deviceSettings{
 };
 static_assert(sizeof(KnobSettings) == k_deviceSettings.size() * sizeof(int), "every member has a row");
 
-/// How the device leaves the factory.
-inline constexpr auto k_factorySettings = [] {
+[[nodiscard]] consteval std::array<KnobSettings, 8> factorySettings()
+{
     std::array<KnobSettings, 8> knobs;
     for (std::size_t knob = 0; knob < knobs.size(); ++knob) {
         for (const DeviceSetting& setting : k_deviceSettings)
             knobs[knob].*setting.member = setting.factory[knob];
     }
     return knobs;
-}();
+}
+
+/// How the device leaves the factory.
+inline constexpr auto k_factorySettings = factorySettings();
