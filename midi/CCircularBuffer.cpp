@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 
+// NOLINTNEXTLINE(readability-non-const-parameter): it is written through the reference
 long InterlockedExchangeAdd(long* target, long value)
 {
     return std::atomic_ref(*target).fetch_add(value, std::memory_order_acq_rel);

@@ -19,10 +19,10 @@ CPortList_Mac& CPortList_Mac::destinations()
 int CPortList_Mac::refresh()
 {
     m_endpoints.clear();
-    const ItemCount count = m_count();
-    for (ItemCount i = 0; i < count; ++i)
+    const ItemCount total = m_count();
+    for (ItemCount i = 0; i < total; ++i)
         m_endpoints.append(m_endpoint(i));
-    return static_cast<int>(count);
+    return static_cast<int>(total);
 }
 
 int CPortList_Mac::count() const

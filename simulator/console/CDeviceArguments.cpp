@@ -7,11 +7,11 @@
 
 namespace
 {
-const QString k_alsa = QStringLiteral("alsa");
-const QString k_cables = QStringLiteral("cables");
-const QString k_raw = QStringLiteral("raw");
-const QString k_keepRunning = QStringLiteral("keep-running");
-const QString k_help = QStringLiteral("help");
+constexpr QLatin1String k_alsa("alsa");
+constexpr QLatin1String k_cables("cables");
+constexpr QLatin1String k_raw("raw");
+constexpr QLatin1String k_keepRunning("keep-running");
+constexpr QLatin1String k_help("help");
 
 void describe(QCommandLineParser& parser)
 {
