@@ -39,19 +39,25 @@ function(ktz_brings_widgets result)
     set(${result} ${found} PARENT_SCOPE)
 endfunction()
 
-# ktz_tests(program [SOURCES file...] USES library...): a program of Qt Test classes, which ktz_test adds. Several of its
-# sources make one translation unit, so that the compiler reads their headers once; their local names must not meet.
+# ktz_tests(program [SOURCES file...] USES library...): a program of Qt Test classes, which ktz_test adds.
 function(ktz_tests program)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
     add_executable(${program} ${ARG_SOURCES})
     target_link_libraries(${program} PRIVATE ktz_options ktz_test_support ${ARG_USES} Qt6::Test)
-    ktz_compile_as_test(${program})
-    set_target_properties(${program} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
-    ktz_brings_widgets(widgets ${ARG_USES})
+    ktz_compile_together(${program} ${ARG_USES})
+endfunction()
+
+# ktz_compile_together(target library...): has several of a target's sources make one translation unit, so that the
+# compiler reads their headers once, and those that nearly every test reads not even then. Their local names must not
+# meet. The libraries are those that the target uses.
+function(ktz_compile_together target)
+    ktz_compile_as_test(${target})
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+    ktz_brings_widgets(widgets ${ARGN})
     if(widgets)
-        target_precompile_headers(${program} REUSE_FROM ktz_test_headers_gui)
+        target_precompile_headers(${target} REUSE_FROM ktz_test_headers_gui)
     else()
-        target_precompile_headers(${program} REUSE_FROM ktz_test_headers)
+        target_precompile_headers(${target} REUSE_FROM ktz_test_headers)
     endif()
 endfunction()
 

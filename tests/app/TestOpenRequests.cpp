@@ -5,12 +5,17 @@
 
 #include <QCoreApplication>
 
+#include <memory>
+
 /// What becomes of a file that a second start hands over while the editor is busy with something else.
 class TestOpenRequests : public CTestCase
 {
     Q_OBJECT
 
   private slots:
+    void init();
+    void cleanup();
+
     void startBeforeTheWindowIsThere();
     void startDuringTheSplash();
     void startWhileTheStartUpTellsAFailure();
@@ -19,18 +24,50 @@ class TestOpenRequests : public CTestCase
     void startWhileAnotherQuestionIsOpen();
     void startWhileAMenuIsOpen();
     void startWhileTheClosingQuestionIsOpen();
+
+  private:
+    /// The editor that is there first. The file is what it is started with.
+    CEditorProcess& start(const QString& file = {}, CEditorProcess::Hold hold = CEditorProcess::Hold::Nowhere);
+    /// A second start, with a file in which the CC number of knob 3 is this one.
+    void handOver(int value) const;
+
+    std::unique_ptr<CTestBus> m_bus;
+    std::unique_ptr<CEditorProcess> m_first;
+    const QTemporaryDir m_folder;
 };
+
+void TestOpenRequests::init()
+{
+    CTestCase::init();
+    m_bus = std::make_unique<CTestBus>();
+    QVERIFY(m_bus->isRunning());
+}
+
+void TestOpenRequests::cleanup()
+{
+    m_first.reset();
+    m_bus.reset();
+}
+
+CEditorProcess& TestOpenRequests::start(const QString& file, CEditorProcess::Hold hold)
+{
+    m_first = std::make_unique<CEditorProcess>(m_bus->address(), file, hold);
+    [this] { QVERIFY(m_first->becameEditor()); }();
+    return *m_first;
+}
+
+void TestOpenRequests::handOver(int value) const
+{
+    const QByteArray name = QByteArray::number(value) + ".CJX";
+    CEditorProcess second(m_bus->address(), QString::fromUtf8(knobFile(m_folder, name, value)));
+    QCOMPARE(second.silentEnd(), 0);
+}
 
 void TestOpenRequests::startBeforeTheWindowIsThere()
 {
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    const QTemporaryDir folder;
-    CEditorProcess first(bus.address(), {}, CEditorProcess::Hold::BeforeTheWindow);
-    QVERIFY(first.becameEditor());
+    CEditorProcess& first = start({}, CEditorProcess::Hold::BeforeTheWindow);
     // Its GUI thread does nothing now, as during the handshake with a device.
-    CEditorProcess second(bus.address(), QString::fromUtf8(knobFile(folder, "stage.CJX", 55)));
-    QCOMPARE(second.silentEnd(), 0);
+    handOver(55);
     first.go();
     QCOMPARE(first.ask("value"), QByteArray("7"));
     QCOMPARE(first.ask("end splash"), QByteArray("ended"));
@@ -39,13 +76,8 @@ void TestOpenRequests::startBeforeTheWindowIsThere()
 
 void TestOpenRequests::startDuringTheSplash()
 {
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    const QTemporaryDir folder;
-    CEditorProcess first(bus.address(), QString::fromUtf8(knobFile(folder, "own.CJX", 44)));
-    QVERIFY(first.becameEditor());
-    CEditorProcess second(bus.address(), QString::fromUtf8(knobFile(folder, "stage.CJX", 55)));
-    QCOMPARE(second.silentEnd(), 0);
+    CEditorProcess& first = start(QString::fromUtf8(knobFile(m_folder, "own.CJX", 44)));
+    handOver(55);
     QCOMPARE(first.ask("value"), QByteArray("7"));
     QCOMPARE(first.ask("end splash"), QByteArray("ended"));
     QCOMPARE(first.ask("value"), QByteArray("55"));
@@ -53,15 +85,10 @@ void TestOpenRequests::startDuringTheSplash()
 
 void TestOpenRequests::startWhileTheStartUpTellsAFailure()
 {
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    const QTemporaryDir folder;
-    CEditorProcess first(bus.address(), QStringLiteral("/nowhere.CJX"));
-    QVERIFY(first.becameEditor());
+    CEditorProcess& first = start(QStringLiteral("/nowhere.CJX"));
     QCOMPARE(first.ask("end splash &"), QByteArray("begun"));
     QTRY_COMPARE(first.ask("box"), QByteArray("Failed to open the data."));
-    CEditorProcess second(bus.address(), QString::fromUtf8(knobFile(folder, "stage.CJX", 55)));
-    QCOMPARE(second.silentEnd(), 0);
+    handOver(55);
     QCOMPARE(first.ask("boxes"), QByteArray("1"));
     QCOMPARE(first.ask("ok"), QByteArray("answered"));
     QTRY_COMPARE(first.ask("value"), QByteArray("55"));
@@ -80,16 +107,11 @@ void TestOpenRequests::startsWhileTheSaveQuestionIsOpen()
 {
     QFETCH(QByteArray, answer);
     QFETCH(QByteArray, value);
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    const QTemporaryDir folder;
-    CEditorProcess first(bus.address());
-    QVERIFY(first.becameEditor());
+    CEditorProcess& first = start();
     QCOMPARE(first.ask("end splash"), QByteArray("ended"));
     QCOMPARE(first.ask("edit"), QByteArray("edited"));
     for (const int cc : {55, 66}) {
-        CEditorProcess second(bus.address(), QString::fromUtf8(knobFile(folder, QByteArray::number(cc) + ".CJX", cc)));
-        QCOMPARE(second.silentEnd(), 0);
+        handOver(cc);
         QTRY_COMPARE(first.ask("boxes"), QByteArray("1"));
     }
     QCOMPARE(first.ask("box"), QByteArray("The parameter is modified."));
@@ -104,18 +126,13 @@ void TestOpenRequests::startsWhileTheSaveQuestionIsOpen()
 
 void TestOpenRequests::startWhileAnotherQuestionIsOpen()
 {
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    const QTemporaryDir folder;
-    CEditorProcess first(bus.address());
-    QVERIFY(first.becameEditor());
+    CEditorProcess& first = start();
     QCOMPARE(first.ask("end splash"), QByteArray("ended"));
     QCOMPARE(first.ask("edit"), QByteArray("edited"));
     QCOMPARE(first.ask("revert &"), QByteArray("begun"));
     QTRY_COMPARE(first.ask("boxes"), QByteArray("1"));
     const QByteArray question = first.ask("box");
-    CEditorProcess second(bus.address(), QString::fromUtf8(knobFile(folder, "stage.CJX", 55)));
-    QCOMPARE(second.silentEnd(), 0);
+    handOver(55);
     QCOMPARE(first.ask("boxes"), QByteArray("1"));
     QCOMPARE(first.ask("box"), question);
     QCOMPARE(first.ask("no"), QByteArray("answered"));
@@ -126,15 +143,10 @@ void TestOpenRequests::startWhileAnotherQuestionIsOpen()
 
 void TestOpenRequests::startWhileAMenuIsOpen()
 {
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    const QTemporaryDir folder;
-    CEditorProcess first(bus.address());
-    QVERIFY(first.becameEditor());
+    CEditorProcess& first = start();
     QCOMPARE(first.ask("end splash"), QByteArray("ended"));
     QCOMPARE(first.ask("menu"), QByteArray("opened"));
-    CEditorProcess second(bus.address(), QString::fromUtf8(knobFile(folder, "stage.CJX", 55)));
-    QCOMPARE(second.silentEnd(), 0);
+    handOver(55);
     QCOMPARE(first.ask("value"), QByteArray("7"));
     QCOMPARE(first.ask("escape"), QByteArray("closed"));
     QTRY_COMPARE(first.ask("value"), QByteArray("55"));
@@ -142,17 +154,12 @@ void TestOpenRequests::startWhileAMenuIsOpen()
 
 void TestOpenRequests::startWhileTheClosingQuestionIsOpen()
 {
-    const CTestBus bus;
-    QVERIFY(bus.isRunning());
-    const QTemporaryDir folder;
-    CEditorProcess first(bus.address());
-    QVERIFY(first.becameEditor());
+    CEditorProcess& first = start();
     QCOMPARE(first.ask("end splash"), QByteArray("ended"));
     QCOMPARE(first.ask("edit"), QByteArray("edited"));
     QCOMPARE(first.ask("close &"), QByteArray("begun"));
     QTRY_COMPARE(first.ask("boxes"), QByteArray("1"));
-    CEditorProcess second(bus.address(), QString::fromUtf8(knobFile(folder, "stage.CJX", 55)));
-    QCOMPARE(second.silentEnd(), 0);
+    handOver(55);
     QCOMPARE(first.ask("boxes"), QByteArray("1"));
     QCOMPARE(first.ask("no"), QByteArray("answered"));
     QTRY_COMPARE(first.ask("box"), QByteArray("The parameter is modified."));

@@ -67,7 +67,8 @@ struct SettingsFixture
     {
         QFile made(path(name));
         const bool written = made.open(QIODevice::WriteOnly) && made.write(bytes) == bytes.size();
-        Q_ASSERT(written);
+        if (!written)
+            qFatal("%s cannot be written", qPrintable(name));
         return made.fileName();
     }
 

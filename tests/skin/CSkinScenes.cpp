@@ -97,7 +97,8 @@ QStringList CSkinScenes::names()
 QImage CSkinScenes::take(const QString& name)
 {
     const auto scene = std::find_if(k_scenes.begin(), k_scenes.end(), [&](const Scene& s) { return s.name == name; });
-    Q_ASSERT(scene != k_scenes.end());
+    if (scene == k_scenes.end())
+        qFatal("there is no scene %s", qPrintable(name));
     CSkinScenes editor;
     return scene->picture(editor);
 }

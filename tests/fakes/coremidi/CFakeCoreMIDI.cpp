@@ -17,14 +17,6 @@ struct FakeString
 
 namespace
 {
-struct Port
-{
-    MIDIClientRef client = 0;
-    MIDIReadProc readProc = nullptr;
-    void* readRefCon = nullptr;
-    QMap<MIDIEndpointRef, void*> connections; // source -> connection refcon
-};
-
 constexpr MIDIObjectRef k_worthless = 0xDEAD;
 
 auto g_layout = CFakeCoreMIDI::Layout::Packed;
@@ -32,6 +24,14 @@ auto g_layout = CFakeCoreMIDI::Layout::Packed;
 
 struct FakeSystem
 {
+    struct Port
+    {
+        MIDIClientRef client = 0;
+        MIDIReadProc readProc = nullptr;
+        void* readRefCon = nullptr;
+        QMap<MIDIEndpointRef, void*> connections; // source -> connection refcon
+    };
+
     QStringList calls;
     QMap<QString, QMap<int, OSStatus>> failures; // call -> how many calls from now -> status
     std::vector<std::unique_ptr<FakeString>> strings;
@@ -131,7 +131,7 @@ QString nullOrSet(const void* pointer)
     return pointer == nullptr ? QStringLiteral("null") : QStringLiteral("set");
 }
 
-OSStatus createPort(OSStatus status, const Port& settings, MIDIPortRef* port)
+OSStatus createPort(OSStatus status, const FakeSystem::Port& settings, MIDIPortRef* port)
 {
     if (status == noErr && !s_system->clients.contains(settings.client))
         status = CFakeCoreMIDI::k_refused;
@@ -211,7 +211,7 @@ const QList<qint64>& CFakeCoreMIDI::sendTimes() const
 void CFakeCoreMIDI::receive(MIDIEndpointRef source, const QList<QByteArray>& packets) const
 {
     const QByteArray list = packetList(packets);
-    for (const Port& port : std::as_const(m_system->ports)) {
+    for (const FakeSystem::Port& port : std::as_const(m_system->ports)) {
         if (port.connections.contains(source))
             port.readProc(reinterpret_cast<const MIDIPacketList*>(list.constData()), port.readRefCon,
                           port.connections.value(source));
@@ -335,13 +335,13 @@ OSStatus MIDIInputPortCreate(MIDIClientRef client, CFStringRef name, MIDIReadPro
     const OSStatus status = s_system->record(
         QStringLiteral("MIDIInputPortCreate"),
         {text(client), text(name), nullOrSet(reinterpret_cast<const void*>(readProc)), nullOrSet(refCon)});
-    return createPort(status, Port{client, readProc, refCon, {}}, port);
+    return createPort(status, FakeSystem::Port{client, readProc, refCon, {}}, port);
 }
 
 OSStatus MIDIOutputPortCreate(MIDIClientRef client, CFStringRef name, MIDIPortRef* port)
 {
     const OSStatus status = s_system->record(QStringLiteral("MIDIOutputPortCreate"), {text(client), text(name)});
-    return createPort(status, Port{client, nullptr, nullptr, {}}, port);
+    return createPort(status, FakeSystem::Port{client, nullptr, nullptr, {}}, port);
 }
 
 OSStatus MIDIPortDispose(MIDIPortRef port)
