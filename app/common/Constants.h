@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/common/Version.h"
+
 #include <QPoint>
 #include <QRect>
 #include <QString>
@@ -56,7 +58,7 @@ inline const QString k_connectionErrorMessage =
 
 // Product
 inline const QString k_editorName = QStringLiteral("KTZ-JX");
-inline const QString k_version = QStringLiteral("KTZ-JX ZANDO_CONTROLLER Editor Ver.1.0.1");
+inline const QString k_version = QStringLiteral("KTZ-JX ZANDO_CONTROLLER Editor Ver." KTZ_VERSION);
 inline const QString k_copyright = QStringLiteral("\u00a9 2026 The KTZ-JX Editor Developers");
 inline constexpr QPoint k_editorNamePos{116, 500};
 inline constexpr QPoint k_versionPos{116, 515};

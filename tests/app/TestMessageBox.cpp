@@ -64,7 +64,7 @@ void TestMessageBox::texts_data()
                                      << "Lost the connection.\r\nPlease connect the device properly to the computer, "
                                         "and restart this editor.";
     QTest::newRow("editor name") << k_editorName << "KTZ-JX";
-    QTest::newRow("version") << k_version << "KTZ-JX ZANDO_CONTROLLER Editor Ver.1.0.1";
+    QTest::newRow("version") << k_version << "KTZ-JX ZANDO_CONTROLLER Editor Ver." KTZ_PROJECT_VERSION;
     QTest::newRow("device") << k_jxPortName << "Trellwick KTZ-JX";
     QTest::newRow("editor port") << k_jxEditorPortName << "Trellwick KTZ-JX Port3";
     QTest::newRow("7 point font") << k_fontGLT7Bold << "Morlan GLT7 Bold";
