@@ -89,7 +89,8 @@ void TestImageStrip::targetFollowsTheAlignment()
     QFETCH(int, alignment);
     QFETCH(QPoint, topLeft);
     const ImageStrip strip(QSizeF(30, 35), 2, 3, 5);
-    QCOMPARE(strip.target(area, Qt::Alignment::fromInt(alignment)), QRect(topLeft, QSize(10, 7)));
+    QCOMPARE(strip.target(area, Qt::Alignment::fromInt(static_cast<Qt::Alignment::Int>(alignment))),
+             QRect(topLeft, QSize(10, 7)));
 }
 
 KTZ_TEST(QCoreApplication, TestImageStrip)

@@ -234,7 +234,7 @@ void TestOnOffButton::frameIsPlacedByTheAlignment()
     button.resize(31, 25);
     button.setCombinedImage(coloredStrip(k_frame, 1, 3));
     button.ensurePolished();
-    button.setAlignment(Qt::Alignment::fromInt(alignment));
+    button.setAlignment(Qt::Alignment::fromInt(static_cast<Qt::Alignment::Int>(alignment)));
     const QRect frame(topLeft, k_frame);
     const QColor bare(Qt::green);
     QCOMPARE(shownColor(button, frame.topLeft()), frameColor(0, 0));
