@@ -8,6 +8,7 @@
 #   ./test.sh --fuzz SECONDS   instead, every fuzz target for so long; inputs that break something stay in build/fuzz/
 #   ./test.sh --analysis       instead, clang-tidy, clazy and cppcheck over the sources; a finding is an error
 #   ./test.sh --soak MINUTES [SEED]   instead, editor and device under random edits, turns, files and faults
+#   ./test.sh --mutants [NAME...]     instead, how many tests notice each of the faults planted by tests/mutants/
 set -euo pipefail
 cd "$(dirname "$0")"
 . packaging/setup.sh
@@ -18,6 +19,8 @@ references=no
 analysis=no
 fuzz=""
 soak=""
+mutants=no
+mutant_names=()
 seed=$RANDOM
 while [ $# -gt 0 ]; do
     case "$1" in
@@ -40,8 +43,15 @@ while [ $# -gt 0 ]; do
             shift
         fi
         ;;
+    --mutants)
+        mutants=yes
+        while [ $# -gt 1 ] && [[ $2 != --* ]]; do
+            mutant_names+=("$2")
+            shift
+        done
+        ;;
     *)
-        sed -n '2,10s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,11s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
     esac
@@ -73,6 +83,10 @@ fi
 if [ -n "$soak" ]; then
     build_preset "$preset" soak_tests
     exec tests/support/with-display "build/$preset/tests/soak/soak_tests" TestSoak --minutes "$soak" --seed "$seed"
+fi
+
+if [ $mutants = yes ]; then
+    exec tests/mutants/run "$preset" "${mutant_names[@]}"
 fi
 
 build_preset "$preset"

@@ -94,10 +94,10 @@ function(ktz_test program class)
 endfunction()
 
 # ktz_test_again(program class suffix [FUNCTIONS function...] ENVIRONMENT variable=value...): a class with a display, once
-# more, in another environment.
+# more, in another environment. Its label is again.
 function(ktz_test_again program class suffix)
     cmake_parse_arguments(ARG "" "" "FUNCTIONS;ENVIRONMENT" ${ARGN})
     ktz_test_name(name ${class})
-    ktz_run(${name}_${suffix} COMMAND $<TARGET_FILE:${program}> ${class} ${ARG_FUNCTIONS} GUI
+    ktz_run(${name}_${suffix} COMMAND $<TARGET_FILE:${program}> ${class} ${ARG_FUNCTIONS} GUI LABELS again
         ENVIRONMENT ${ARG_ENVIRONMENT})
 endfunction()

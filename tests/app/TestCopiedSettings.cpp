@@ -60,6 +60,7 @@ class TestCopiedSettings : public CTestCase
     void endTakesOnlySettings_data();
     void endTakesOnlySettings();
     void endTakesTheEditorsOwn();
+    void knobOfAnotherProgramCannotBePasted();
 };
 
 void TestCopiedSettings::startTakesOnlySettings_data()
@@ -114,6 +115,23 @@ void TestCopiedSettings::endTakesTheEditorsOwn()
     fixture.window.reset();
     const QMimeData* left = QGuiApplication::clipboard()->mimeData();
     QVERIFY(left == nullptr || !left->hasFormat(k_mimeType_Knob));
+}
+
+void TestCopiedSettings::knobOfAnotherProgramCannotBePasted()
+{
+    EditorFixture fixture;
+    CMainWindow& window = fixture.startWhole();
+    fixture.page(2)->knobSelect();
+    window.copy();
+    QVERIFY(fixture.page(2)->canPaste());
+    // From here on a knob is what another program says, whatever was copied here before.
+    const CClipboardOwner owner(k_mimeType_Knob);
+    QTRY_COMPARE(onTheClipboard(k_mimeType_Knob), k_bytes);
+    QVERIFY(!fixture.page(2)->canPaste());
+    const KnobSettings before = fixture.shown(5);
+    fixture.page(5)->knobSelect();
+    window.paste();
+    QCOMPARE(fixture.shown(5), before);
 }
 
 KTZ_TEST_MAIN(TestCopiedSettings)(int argc, char** argv)

@@ -5,6 +5,7 @@
 #include "widgets/COnOffButton.h"
 
 #include <QMenu>
+#include <QSignalSpy>
 
 namespace
 {
@@ -36,6 +37,7 @@ class TestMainWindow : public CTestCase
     void aboutOpensAndCloses();
     void aboutOpenedByKeysClosesByEscape();
     void escapeLeavesTheSplashAlone();
+    void splashWaitsForWhoeverIsNotReady();
     void closeButtonHidesAndShows();
     void minimiseButtonMinimises();
     void windowFollowsTheDrag();
@@ -332,6 +334,22 @@ void TestMainWindow::escapeLeavesTheSplashAlone()
     QVERIFY(window.isInitializing());
     QVERIFY(splash->isVisible());
     QCOMPARE(splash->pos(), QPoint(0, 0));
+}
+
+void TestMainWindow::splashWaitsForWhoeverIsNotReady()
+{
+    EditorFixture fixture;
+    CMainWindow& window = fixture.startWhole();
+    window.showSplash();
+    auto* splash = window.findChild<CSplashView*>();
+    QSignalSpy finished(splash, SIGNAL(finished()));
+    // Twice the minimum time.
+    for (int tick = 0; tick < 236; ++tick)
+        splash->showTimeOver();
+    QCOMPARE(finished.count(), 0);
+    QVERIFY(!fixture.menuBar()->isEnabled());
+    splash->editorReady();
+    QCOMPARE(finished.count(), 1);
 }
 
 void TestMainWindow::closeButtonHidesAndShows()

@@ -3,6 +3,10 @@
 #include "tests/support/CTestCase.h"
 #include "tests/support/SimulatedDeviceFixture.h"
 
+#include <QSemaphore>
+
+#include <thread>
+
 using namespace std::chrono_literals;
 
 namespace
@@ -48,6 +52,7 @@ class TestReceptionMonitor : public CTestCase
     void lossIsAskedForAtOnce();
     void lossesInThePauseAreAskedForOnceAfterIt();
     void lossThatEndsTheMonitorsLifeIsIgnored();
+    void monitorGoesAfterALossThatIsBeingTold();
     void lostDeviceIsNotAsked();
 };
 
@@ -103,6 +108,33 @@ void TestReceptionMonitor::lossThatEndsTheMonitorsLifeIsIgnored()
         CReceptionMonitor monitor(nullptr, &memory);
     }
     QVERIFY(!memory.overrunObserver().notify());
+}
+
+void TestReceptionMonitor::monitorGoesAfterALossThatIsBeingTold()
+{
+    CMemAPIWrapper memory;
+    auto monitor = std::make_unique<CReceptionMonitor>(nullptr, &memory);
+    QSemaphore entered;
+    QSemaphore leave;
+    std::atomic<bool> left = false;
+    const auto tell = [&] {
+        entered.release();
+        leave.acquire();
+        left = true;
+    };
+    connect(monitor.get(), &CReceptionMonitor::overran, monitor.get(), tell, Qt::DirectConnection);
+    std::thread delivery([&] { memory.receptionOverran(); });
+    entered.acquire();
+    std::thread release([&] {
+        // So that whoever does not wait for the call is through by then.
+        std::this_thread::sleep_for(20ms);
+        leave.release();
+    });
+    monitor.reset();
+    const bool waited = left;
+    delivery.join();
+    release.join();
+    QVERIFY(waited);
 }
 
 void TestReceptionMonitor::lostDeviceIsNotAsked()

@@ -1,4 +1,3 @@
-#include "midi/CMIDIThread.h"
 #include "tests/midi/CALSAInputTest.h"
 
 #include <sys/resource.h>
@@ -20,10 +19,8 @@ class TestALSAInput : public CALSAInputTest
     void burstIsReadInOneBatch();
     void thousandMessagesFitIntoTheQueue();
     void sleepsWhileNothingComes();
-    void deliversOnTheDeliveryThread();
     void pulledCableIsSilence();
     void flowsAgainAfterCloseAndOpen();
-    void nothingArrivesWhenClosed();
     void hundredThousandMessages();
 };
 
@@ -177,16 +174,6 @@ void TestALSAInput::sleepsWhileNothingComes()
     QCOMPARE(FakeALSA::calls("snd_seq_event_input"), reads);
 }
 
-void TestALSAInput::deliversOnTheDeliveryThread()
-{
-    CRecordingObserver observer;
-    CTestedInput input;
-    open(&input, &observer);
-    send(noticeOf(1));
-    QTRY_COMPARE(observer.records().size(), 1);
-    QVERIFY(qobject_cast<CMIDIThread*>(observer.thread()) != nullptr);
-}
-
 void TestALSAInput::pulledCableIsSilence()
 {
     CRecordingObserver observer;
@@ -214,18 +201,6 @@ void TestALSAInput::flowsAgainAfterCloseAndOpen()
         QVERIFY(!input.isMIDIConnect());
         QCOMPARE(FakeALSA::subscriptions(), 0);
     }
-}
-
-void TestALSAInput::nothingArrivesWhenClosed()
-{
-    CRecordingObserver observer;
-    CTestedInput input;
-    open(&input, &observer);
-    input.closePort();
-    send(noticeOf(0));
-    QVERIFY(input.openPort(0));
-    send(noticeOf(1));
-    QTRY_COMPARE(observer.records(), QByteArrayList{noticeOf(1)});
 }
 
 void TestALSAInput::hundredThousandMessages()

@@ -18,7 +18,6 @@ class TestALSAInputOpening : public CALSAInputTest
     void everyFailureOfOpenGivesFalse_data();
     void everyFailureOfOpenGivesFalse();
     void openWithoutFileDescriptorsFails();
-    void sourceGoneBeforeOpeningGivesFalse();
     void nobodyElseCanSubscribe();
 };
 
@@ -124,14 +123,6 @@ void TestALSAInputOpening::openWithoutFileDescriptorsFails()
     QVERIFY(!input.isMIDIConnect());
     input.closePort();
     QCOMPARE(FakeALSA::subscriptions(), 0);
-}
-
-void TestALSAInputOpening::sourceGoneBeforeOpeningGivesFalse()
-{
-    CTestedInput input;
-    QCOMPARE(input.initialize(), 0);
-    FakeALSA::removeClient(m_device);
-    QVERIFY(!input.openPort(0));
 }
 
 void TestALSAInputOpening::nobodyElseCanSubscribe()

@@ -24,21 +24,16 @@ class TestALSAOutput : public CTestCase
     void init();
     void ownClientAndPortHaveTheirNames();
     void messageReachesTheDestination();
-    void sixHundredBytesAreThreeEvents();
-    void nullDataAndSizeZeroSendNothing();
     void openOfAnOpenPortChangesNothing();
     void openWithoutADestinationFails();
     void everyFailureOfInitializeLeavesItClosed_data();
     void everyFailureOfInitializeLeavesItClosed();
     void everyFailureOfOpenGivesFalse_data();
     void everyFailureOfOpenGivesFalse();
-    void destinationGoneBeforeOpeningGivesFalse();
     void sendOnAClosedPortFails();
-    void connectedFlagAloneOpensNothing();
     void refusedEventFailsTheMessage();
     void pulledCableFailsEverySendFromThenOn_data();
     void pulledCableFailsEverySendFromThenOn();
-    void opensAgainAfterClose();
     void closeEndsTheSubscription();
     void nobodyElseCanSubscribe();
     void destructionClosesTheClient();
@@ -83,27 +78,6 @@ void TestALSAOutput::messageReachesTheDestination()
     QVERIFY(send(&output, k_message));
     QVERIFY(send(&output, "\xF0\xF7"));
     QCOMPARE(FakeALSA::received(m_device, m_port), QByteArrayList({k_message, "\xF0\xF7"}));
-}
-
-void TestALSAOutput::sixHundredBytesAreThreeEvents()
-{
-    QByteArray message;
-    for (int i = 0; i < 600; ++i)
-        message.append(static_cast<char>(i));
-    CMIDIOutput_ALSA output;
-    open(&output);
-    QVERIFY(send(&output, message));
-    QCOMPARE(FakeALSA::received(m_device, m_port),
-             QByteArrayList({message.first(256), message.sliced(256, 256), message.last(88)}));
-}
-
-void TestALSAOutput::nullDataAndSizeZeroSendNothing()
-{
-    CMIDIOutput_ALSA output;
-    open(&output);
-    QVERIFY(!output.sendMessage(nullptr, 4));
-    QVERIFY(!send(&output, ""));
-    QCOMPARE(FakeALSA::calls("snd_seq_event_output_direct"), 0);
 }
 
 void TestALSAOutput::openOfAnOpenPortChangesNothing()
@@ -172,15 +146,6 @@ void TestALSAOutput::everyFailureOfOpenGivesFalse()
     QVERIFY(send(&output, k_message));
 }
 
-void TestALSAOutput::destinationGoneBeforeOpeningGivesFalse()
-{
-    CMIDIOutput_ALSA output;
-    QCOMPARE(output.initialize(), 0);
-    FakeALSA::removeClient(m_device);
-    QVERIFY(!output.openPort(0));
-    output.closePort();
-}
-
 void TestALSAOutput::sendOnAClosedPortFails()
 {
     CMIDIOutput_ALSA output;
@@ -190,14 +155,6 @@ void TestALSAOutput::sendOnAClosedPortFails()
     QVERIFY(!output.isMIDIConnect());
     QVERIFY(!send(&output, k_message));
     QVERIFY(FakeALSA::received(m_device, m_port).isEmpty());
-}
-
-void TestALSAOutput::connectedFlagAloneOpensNothing()
-{
-    CMIDIOutput_ALSA output;
-    QCOMPARE(output.initialize(), 0);
-    output.setMIDIConnection(true);
-    QVERIFY(!send(&output, k_message));
 }
 
 void TestALSAOutput::refusedEventFailsTheMessage()
@@ -237,16 +194,6 @@ void TestALSAOutput::pulledCableFailsEverySendFromThenOn()
     QCOMPARE(FakeALSA::addPort(device, "Trellwick KTZ-JX MIDI 1"), m_port);
     QVERIFY(!send(&output, k_message));
     QVERIFY(FakeALSA::received(m_device, m_port).isEmpty());
-}
-
-void TestALSAOutput::opensAgainAfterClose()
-{
-    CMIDIOutput_ALSA output;
-    open(&output);
-    output.closePort();
-    QVERIFY(output.openPort(0));
-    QVERIFY(send(&output, k_message));
-    QCOMPARE(FakeALSA::received(m_device, m_port), QByteArrayList{k_message});
 }
 
 void TestALSAOutput::closeEndsTheSubscription()

@@ -63,7 +63,6 @@ class TestALSAPorts : public CTestCase
     void indexKeepsItsPortUntilTheNextList();
     void countingMovesNoIndex();
     void sourcesAndDestinationsAreCountedApart();
-    void indexOutsideTheListHasNoEndpoint();
     void endpointOutsideTheListsHasNoNames();
     void withoutASequencerThereIsNothing();
     void failureWhileListingEndsTheList_data();
@@ -336,17 +335,6 @@ void TestALSAPorts::sourcesAndDestinationsAreCountedApart()
     QCOMPARE(MIDIPlatform::destination(1), MIDIEndpoint{0});
     QCOMPARE(MIDIPlatform::listDestinations(), 2);
     QCOMPARE(MIDIPlatform::endpointName(MIDIPlatform::destination(1)), "Other in");
-}
-
-void TestALSAPorts::indexOutsideTheListHasNoEndpoint()
-{
-    addDevice();
-    QCOMPARE(MIDIPlatform::listSources(), 3);
-    QCOMPARE(MIDIPlatform::listDestinations(), 3);
-    for (const int index : {-1, 3, 4, 1000}) {
-        QCOMPARE(MIDIPlatform::source(index), MIDIEndpoint{0});
-        QCOMPARE(MIDIPlatform::destination(index), MIDIEndpoint{0});
-    }
 }
 
 void TestALSAPorts::endpointOutsideTheListsHasNoNames()

@@ -97,7 +97,6 @@ class TestMacInput : public CTestCase
     void readProcStillRunsWhileTheInputGoes();
     void readMessageKeepsTheUpperBytesOfTheSize();
     void readMessageIgnoresNull();
-    void recordsFlowAgainAfterCloseAndOpen();
     void aFloodThatFillsTheRingDropsWholeRecords();
 
   private:
@@ -506,23 +505,6 @@ void TestMacInput::readMessageIgnoresNull()
     QCOMPARE(input->ring()->avail(), stored);
     QCOMPARE(size, 5);
     QCOMPARE(byte, 0xAA);
-}
-
-void TestMacInput::recordsFlowAgainAfterCloseAndOpen()
-{
-    CMacObserver observer;
-    const auto input = initializedInput();
-    input->registerObserver(&observer);
-    QList<QByteArray> expected;
-    for (int round = 0; round < 3; ++round) {
-        QVERIFY(input->openPort(0));
-        expected.append(packet(4, round));
-        m_fake->receive(m_source, {expected.last()});
-        QTRY_COMPARE(observer.records(), expected);
-        input->closePort();
-        m_fake->receive(m_source, {k_message}); // nobody is connected
-    }
-    QCOMPARE(observer.records(), expected);
 }
 
 void TestMacInput::aFloodThatFillsTheRingDropsWholeRecords()

@@ -44,15 +44,10 @@ class TestMacOutput : public CTestCase
     void destructorDisposesTheClient();
     void everyObjectHasAClientOfItsOwn();
 
-    void sendMessageCutsIntoPackets_data();
-    void sendMessageCutsIntoPackets();
     void sendMessagePausesBetweenPackets();
     void sendMessageSendsOnePacketAtOnceToTheDestination();
-    void sendMessageRefuses_data();
-    void sendMessageRefuses();
     void sendMessageStopsAtTheFirstRefusedPacket_data();
     void sendMessageStopsAtTheFirstRefusedPacket();
-    void sendMessageAfterCloseAndOpen();
 
   private:
     /// An initialized output; the calls so far are forgotten.
@@ -225,34 +220,6 @@ void TestMacOutput::everyObjectHasAClientOfItsOwn()
     QCOMPARE(m_fake->takeCalls().first(), QString("MIDIOutputPortCreate(102, Output port)"));
 }
 
-void TestMacOutput::sendMessageCutsIntoPackets_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::addColumn<QList<int>>("packets");
-    QTest::newRow("one byte") << 1 << QList<int>{1};
-    QTest::newRow("a change-parameter message") << 15 << QList<int>{15};
-    QTest::newRow("one less than a packet") << 255 << QList<int>{255};
-    QTest::newRow("exactly a packet") << 256 << QList<int>{256};
-    QTest::newRow("one more than a packet") << 257 << QList<int>{256, 1};
-    QTest::newRow("exactly two packets") << 512 << QList<int>{256, 256};
-    QTest::newRow("600 bytes") << 600 << QList<int>{256, 256, 88};
-}
-
-void TestMacOutput::sendMessageCutsIntoPackets()
-{
-    QFETCH(int, size);
-    QFETCH(QList<int>, packets);
-    const auto output = initializedOutput();
-    QVERIFY(output->openPort(0));
-    const QByteArray bytes = message(size);
-    QVERIFY(send(*output, bytes));
-    QList<int> sizes;
-    for (const QByteArray& packet : m_fake->sentPackets())
-        sizes.append(static_cast<int>(packet.size()));
-    QCOMPARE(sizes, packets);
-    QCOMPARE(m_fake->sentPackets().join(), bytes);
-}
-
 void TestMacOutput::sendMessagePausesBetweenPackets()
 {
     const auto output = initializedOutput();
@@ -276,36 +243,6 @@ void TestMacOutput::sendMessageSendsOnePacketAtOnceToTheDestination()
     QCOMPARE(m_fake->takeCalls(), expected);
 }
 
-void TestMacOutput::sendMessageRefuses_data()
-{
-    QTest::addColumn<bool>("opened");
-    QTest::addColumn<bool>("connected");
-    QTest::addColumn<bool>("hasData");
-    QTest::addColumn<int>("size");
-    QTest::newRow("closed") << false << false << true << 10;
-    QTest::newRow("closed, flag set from outside") << false << true << true << 10;
-    QTest::newRow("device lost") << true << false << true << 10;
-    QTest::newRow("null data") << true << true << false << 10;
-    QTest::newRow("size 0") << true << true << true << 0;
-    QTest::newRow("negative size") << true << true << true << -1;
-}
-
-void TestMacOutput::sendMessageRefuses()
-{
-    QFETCH(bool, opened);
-    QFETCH(bool, connected);
-    QFETCH(bool, hasData);
-    QFETCH(int, size);
-    const auto output = initializedOutput();
-    if (opened)
-        QVERIFY(output->openPort(0));
-    output->setMIDIConnection(connected);
-    m_fake->takeCalls();
-    const QByteArray bytes = message(10);
-    QVERIFY(!output->sendMessage(hasData ? reinterpret_cast<const unsigned char*>(bytes.constData()) : nullptr, size));
-    QCOMPARE(m_fake->takeCalls(), QStringList());
-}
-
 void TestMacOutput::sendMessageStopsAtTheFirstRefusedPacket_data()
 {
     QTest::addColumn<int>("refused");
@@ -325,17 +262,6 @@ void TestMacOutput::sendMessageStopsAtTheFirstRefusedPacket()
     QCOMPARE(m_fake->sendTimes().size(), refused); // no retry, and nothing after it
     QVERIFY(output->isMIDIConnect());
     QVERIFY(send(*output, message(10)));
-}
-
-void TestMacOutput::sendMessageAfterCloseAndOpen()
-{
-    const auto output = initializedOutput();
-    QVERIFY(output->openPort(0));
-    output->closePort();
-    QVERIFY(!send(*output, message(10)));
-    QVERIFY(output->openPort(0));
-    QVERIFY(send(*output, message(10)));
-    QCOMPARE(m_fake->sentPackets(), QList<QByteArray>{message(10)});
 }
 
 KTZ_TEST(QCoreApplication, TestMacOutput)

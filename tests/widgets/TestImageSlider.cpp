@@ -165,6 +165,7 @@ void TestImageSlider::dragFollowsRangeAndShift_data()
     QTest::newRow("4 frames: one step per 8 pixels") << 4 << false << 16 << 2;
     QTest::newRow("4 frames, Shift: no step within 32 pixels") << 4 << true << 31 << 0;
     QTest::newRow("4 frames, Shift: one step per 32 pixels") << 4 << true << 32 << 1;
+    QTest::newRow("9 frames: one step per 8 pixels") << 9 << false << 16 << 2;
     QTest::newRow("17 frames: one step per 4 pixels") << 17 << false << 8 << 2;
     QTest::newRow("33 frames: one step per 2 pixels") << 33 << false << 8 << 4;
     QTest::newRow("128 frames: one step per pixel") << 128 << false << 5 << 5;

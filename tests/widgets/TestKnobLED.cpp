@@ -208,6 +208,8 @@ void TestKnobLED::valueAndTypeChooseTheState_data()
     QTest::addColumn<int>("value");
     QTest::addColumn<int>("state");
     QTest::newRow("0, ascent") << 0 << 0 << 0;
+    QTest::newRow("94, ascent: the last of its state") << 0 << 94 << 3;
+    QTest::newRow("95, ascent: the first of its state") << 0 << 95 << 4;
     QTest::newRow("127, ascent") << 0 << 127 << 5;
     QTest::newRow("64, descent") << 1 << 64 << 2;
     QTest::newRow("64, concave") << 2 << 64 << 0;
