@@ -16,8 +16,8 @@ namespace
 constexpr std::chrono::milliseconds k_logInterval{50};
 constexpr int k_edge = 40; // pixels, room for the panel's frame and title
 
-/// The bench panel beside the place where the editor comes up; every message is in the log soon after it has passed.
-std::unique_ptr<QWidget> makeBench(CSimulatedDevice& device, CTrafficFile& log)
+/// The panel beside the place where the editor comes up; every message is in the log soon after it has passed.
+std::unique_ptr<QWidget> makePanel(CSimulatedDevice& device, CTrafficFile& log)
 {
     auto panel = std::make_unique<CDevicePanel>(device);
     // Closing the editor ends the demo, whether or not the panel is still there.
@@ -51,5 +51,5 @@ int main(int argc, char** argv)
         argc -= 2;
     }
     CSimulatedSystem::instance().plug(device);
-    return runEditor(argc, argv, [&] { return makeBench(device, log); });
+    return runEditor(argc, argv, [&] { return makePanel(device, log); });
 }

@@ -2,8 +2,6 @@
 
 #include "connection/CConnectionMonitor.h"
 
-#include <QMutex> // QtTsan
-
 CConnectionThread::CConnectionThread(CConnectionMonitor* monitor, std::chrono::milliseconds keepInterval)
     : m_monitor(monitor), m_keepInterval(keepInterval)
 {
@@ -17,8 +15,8 @@ void CConnectionThread::stop()
         m_stopRequested.notify_all();
     }
     wait();
-    // Qt's own library is built without ThreadSanitizer, which so cannot see that the thread has ended.
-    QtTsan::futexAcquire(this);
+    // What the thread did is seen here, also by tools that do not look into the toolkit: its last act took this lock.
+    const std::scoped_lock lock(m_mutex);
 }
 
 void CConnectionThread::run()
@@ -27,7 +25,6 @@ void CConnectionThread::run()
         m_monitor->sendKeepMessage();
         pause();
     }
-    QtTsan::futexRelease(this); // see stop()
 }
 
 bool CConnectionThread::isContinue()

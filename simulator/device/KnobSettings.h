@@ -22,7 +22,7 @@ struct DeviceSetting
     int KnobSettings::*member;
     const char* command; ///< as it is typed
     const char* name;    ///< in a message in words
-    const char* label;   ///< on the bench
+    const char* label;   ///< on the panel
     int last;            ///< value; the first is 0
     std::array<int, 8> factory;
     std::span<const char* const> valueNames; ///< none: its values are mere numbers

@@ -32,7 +32,7 @@ QString holdingText(int value, const KnobSettings& settings)
 
 CDevicePanel::CDevicePanel(CSimulatedDevice& device, QWidget* parent) : QWidget(parent), m_device(device)
 {
-    setWindowTitle(tr("KTZ-JX bench"));
+    setWindowTitle(tr("KTZ-JX device"));
 
     m_silence = new QPushButton(tr("&Silence"));
     m_silence->setObjectName("silence");

@@ -2,7 +2,7 @@
 
 #include "midi/alsa/CMIDIInput_ALSA.h"
 #include "tests/fakes/alsa/FakeALSA.h"
-#include "tests/midi/CRecordingObserver.h"
+#include "tests/support/CRecordingObserver.h"
 #include "tests/support/CTestCase.h"
 
 /// Closes itself, so that a test that fails leaves no thread behind.

@@ -5,7 +5,7 @@
 #include "midi/CMIDIPort.h"
 #include "midi/CMIDIThread.h"
 #include "midi/MIDIPlatform.h"
-#include "tests/midi/CRecordingObserver.h"
+#include "tests/support/CRecordingObserver.h"
 
 #include <QElapsedTimer>
 

@@ -1,7 +1,7 @@
 #include "midi/CMIDIThread.h"
 #include "midi/CMIDITransportObserver.h"
 #include "tests/midi/CMIDITestInput.h"
-#include "tests/midi/CRecordingObserver.h"
+#include "tests/support/CRecordingObserver.h"
 #include "tests/support/CTestCase.h"
 
 #include <cstring>

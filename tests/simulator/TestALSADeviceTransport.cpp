@@ -1,18 +1,16 @@
-#include "app/common/CMutex.h"
 #include "app/common/Constants.h"
 #include "midi/CMIDIInput.h"
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
-#include "midi/CMIDITransportObserver.h"
 #include "midi/MIDIPlatform.h"
 #include "simulator/device/CSimulatedDevice.h"
 #include "simulator/device/DeviceMessages.h"
 #include "simulator/transports/CALSADeviceTransport.h"
 #include "tests/fakes/alsa/FakeALSA.h"
+#include "tests/support/CRecordingObserver.h"
 #include "tests/support/CTestCase.h"
 
 #include <cerrno>
-#include <vector>
 
 using namespace DeviceMessages;
 
@@ -64,27 +62,6 @@ struct OpenDevice
     CALSADeviceTransport transport{3};
     QString error;
     int client;
-};
-
-class CJoined : public CMIDITransportObserver
-{
-  public:
-    bool messageReceived(const unsigned char* data, int size) override
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_bytes.insert(m_bytes.end(), data, data + size);
-        return true;
-    }
-
-    [[nodiscard]] QByteArray bytes() const
-    {
-        const std::scoped_lock lock(m_mutex);
-        return {reinterpret_cast<const char*>(m_bytes.data()), static_cast<qsizetype>(m_bytes.size())};
-    }
-
-  private:
-    mutable CMutex m_mutex;
-    std::vector<unsigned char> m_bytes;
 };
 } // namespace
 
@@ -199,7 +176,7 @@ void TestALSADeviceTransport::editorFindsItAndIsAnswered()
     CMIDIPortWrapper directory;
     QVERIFY(directory.createInputPortList() > 0);
     QVERIFY(directory.createOutputPortList() > 0);
-    CJoined answers;
+    CRecordingObserver answers;
     const std::unique_ptr<CMIDIInput> input = MIDIPlatform::createInput();
     const std::unique_ptr<CMIDIOutput> output = MIDIPlatform::createOutput();
     QCOMPARE(input->initialize(), 0);
@@ -217,7 +194,7 @@ void TestALSADeviceTransport::editorFindsItAndIsAnswered()
     QByteArray expected = start() + keep();
     for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
         expected += changeParameter(knob, device.settings(knob)) + noticeValue(knob, 0);
-    QTRY_COMPARE(answers.bytes(), expected);
+    QTRY_COMPARE(answers.records().join(), expected);
 
     device.unplug();
     input->closePort();

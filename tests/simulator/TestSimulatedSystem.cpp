@@ -1,16 +1,14 @@
-#include "app/common/CMutex.h"
 #include "device/CMemAPIWrapper.h"
 #include "midi/CMIDIInput.h"
 #include "midi/CMIDIOutput.h"
 #include "midi/CMIDIPortWrapper.h"
-#include "midi/CMIDITransportObserver.h"
 #include "simulator/device/CSimulatedDevice.h"
 #include "simulator/device/DeviceMessages.h"
 #include "simulator/transports/CSimulatedSystem.h"
+#include "tests/support/CRecordingObserver.h"
 #include "tests/support/CTestCase.h"
 
 #include <thread>
-#include <vector>
 
 using namespace DeviceMessages;
 
@@ -21,40 +19,6 @@ CSimulatedSystem& simulatedSystem()
     return CSimulatedSystem::instance();
 }
 
-class CRecords : public CMIDITransportObserver
-{
-  public:
-    bool messageReceived(const unsigned char* data, int size) override
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_records.emplace_back(reinterpret_cast<const char*>(data), size);
-        return true;
-    }
-
-    void receptionOverran() override
-    {
-        ++overruns;
-    }
-
-    void receptionEnded() override
-    {
-        ++ends;
-    }
-
-    std::atomic<int> overruns = 0;
-    std::atomic<int> ends = 0;
-
-    [[nodiscard]] QList<QByteArray> all() const
-    {
-        const std::scoped_lock lock(m_mutex);
-        return {m_records.begin(), m_records.end()};
-    }
-
-  private:
-    mutable CMutex m_mutex;
-    std::vector<QByteArray> m_records; // no list that is shared with a copy on another thread
-};
-
 /// The editor's port pair, opened by name as the editor does.
 struct EditorPorts
 {
@@ -63,7 +27,7 @@ struct EditorPorts
         static_cast<void>(directory.createInputPortList());
         static_cast<void>(directory.createOutputPortList());
         initialized = input->initialize() == 0 && output->initialize() == 0;
-        input->registerObserver(&records);
+        input->registerObserver(&observer);
     }
 
     ~EditorPorts()
@@ -84,7 +48,7 @@ struct EditorPorts
                                    static_cast<int>(message.size()));
     }
 
-    CRecords records;
+    CRecordingObserver observer;
     CMIDIPortWrapper directory;
     std::unique_ptr<CMIDIInput> input;
     std::unique_ptr<CMIDIOutput> output;
@@ -262,7 +226,7 @@ void TestSimulatedSystem::countingMovesNoIndex()
     QCOMPARE(ports.directory.getTotalOutputPorts(), 5);
     QVERIFY(ports.open());
     QVERIFY(ports.send(start()));
-    QTRY_COMPARE(ports.records.all(), QList{start()});
+    QTRY_COMPARE(ports.observer.records(), QList{start()});
 }
 
 void TestSimulatedSystem::vanishedEndpointHasNoName()
@@ -328,9 +292,9 @@ void TestSimulatedSystem::messageReachesTheDeviceAndItsAnswerTheObserver()
     QVERIFY(ports.open());
     QVERIFY(ports.send(start()));
     QCOMPARE(device.received(), QList{start()});
-    QTRY_COMPARE(ports.records.all(), QList{start()});
+    QTRY_COMPARE(ports.observer.records(), QList{start()});
     device.turn(3, 64);
-    QTRY_COMPARE(ports.records.all(), QList({start(), noticeValue(3, 64)}));
+    QTRY_COMPARE(ports.observer.records(), QList({start(), noticeValue(3, 64)}));
 }
 
 void TestSimulatedSystem::sendToAnotherPortIsRecordedAndGoesNowhere()
@@ -412,8 +376,8 @@ void TestSimulatedSystem::deviceThatIsPluggedAgainHasNewPorts()
     EditorPorts ports;
     QVERIFY(ports.open());
     QVERIFY(ports.send(keep()));
-    QTRY_COMPARE(ports.records.all(), QList{keep()});
-    QVERIFY(old.records.all().isEmpty());
+    QTRY_COMPARE(ports.observer.records(), QList{keep()});
+    QVERIFY(old.observer.records().isEmpty());
 }
 
 void TestSimulatedSystem::twoInputsOfOneSourceBothReceive()
@@ -425,8 +389,8 @@ void TestSimulatedSystem::twoInputsOfOneSourceBothReceive()
     QVERIFY(first.open());
     QVERIFY(second.open());
     device.turn(0, 2);
-    QTRY_COMPARE(first.records.all(), QList{noticeValue(0, 2)});
-    QTRY_COMPARE(second.records.all(), QList{noticeValue(0, 2)});
+    QTRY_COMPARE(first.observer.records(), QList{noticeValue(0, 2)});
+    QTRY_COMPARE(second.observer.records(), QList{noticeValue(0, 2)});
 }
 
 void TestSimulatedSystem::onlyTheDeviceThatSpeaksIsHeard()
@@ -439,7 +403,7 @@ void TestSimulatedSystem::onlyTheDeviceThatSpeaksIsHeard()
     QVERIFY(ports.open());
     second.turn(1, 1);
     first.turn(2, 2);
-    QTRY_COMPARE(ports.records.all(), QList{noticeValue(2, 2)});
+    QTRY_COMPARE(ports.observer.records(), QList{noticeValue(2, 2)});
 }
 
 void TestSimulatedSystem::hugePacketArrivesInRecords()
@@ -451,7 +415,7 @@ void TestSimulatedSystem::hugePacketArrivesInRecords()
     const QByteArray largest(CMIDIInput::k_largestRecord, '\x01');
     device.send(largest);
     device.send(largest + "\x02\x03");
-    QTRY_COMPARE(ports.records.all(), QList({largest, largest, QByteArray("\x02\x03")}));
+    QTRY_COMPARE(ports.observer.records(), QList({largest, largest, QByteArray("\x02\x03")}));
 }
 
 void TestSimulatedSystem::inputsHearOfWhatTheSystemLost()
@@ -461,17 +425,18 @@ void TestSimulatedSystem::inputsHearOfWhatTheSystemLost()
     EditorPorts ports;
     QVERIFY(ports.open());
     simulatedSystem().overrunInputs();
-    QTRY_COMPARE(ports.records.overruns.load(), 1);
+    QByteArrayList expected{CRecordingObserver::k_overran};
+    QTRY_COMPARE(ports.observer.records(), expected);
     device.turn(0, 2);
-    QTRY_COMPARE(ports.records.all(), QList{noticeValue(0, 2)});
-    QCOMPARE(ports.records.ends.load(), 0);
+    expected.append(noticeValue(0, 2));
+    QTRY_COMPARE(ports.observer.records(), expected);
 
     simulatedSystem().endReception();
-    QTRY_COMPARE(ports.records.ends.load(), 1);
+    expected.append(CRecordingObserver::k_ended);
+    QTRY_COMPARE(ports.observer.records(), expected);
     device.turn(0, 3);
     ports.input->closePort();
-    QCOMPARE(ports.records.all(), QList{noticeValue(0, 2)});
-    QCOMPARE(ports.records.overruns.load(), 1);
+    QCOMPARE(ports.observer.records(), expected);
 }
 
 void TestSimulatedSystem::recordOfPacketsIsBounded()
@@ -520,9 +485,9 @@ void TestSimulatedSystem::floodWhileTheKeepThreadSends()
     for (int i = 0; i < k_turns; ++i)
         device.turn(i / 128 % 8, i % 128);
     keepThread.join();
-    QTRY_COMPARE_WITH_TIMEOUT(ports.records.all().size(), k_turns + k_keeps, 60'000);
+    QTRY_COMPARE_WITH_TIMEOUT(ports.observer.records().size(), k_turns + k_keeps, 60'000);
     int turns = 0;
-    for (const QByteArray& record : ports.records.all()) {
+    for (const QByteArray& record : ports.observer.records()) {
         if (record != keep()) {
             QCOMPARE(record, noticeValue(turns / 128 % 8, turns % 128));
             ++turns;

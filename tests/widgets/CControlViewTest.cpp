@@ -26,7 +26,9 @@ void CControlViewTest::init()
 {
     CTestCase::init();
     QGuiApplication::clipboard()->clear();
-    m_connected = std::make_unique<ConnectedMemory>();
+    m_connected = std::make_unique<MemoryRig>();
+    m_connected->setFactorySettings();
+    m_connected->connect();
     m_window = std::make_unique<CPageWindow>();
     m_window->setGeometry(20, 20, 300, 300);
     m_page2 = createPage(2);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/support/CTestCase.h"
-#include "tests/widgets/ConnectedMemory.h"
+#include "tests/support/MemoryRig.h"
 #include "widgets/CControlView.h"
 #include "widgets/CSlideEditor.h"
 
@@ -52,7 +52,7 @@ class CControlViewTest : public CTestCase
     [[nodiscard]] static QString mimeTypeOf(int control);
     static void fillClipboard(const QString& mimeType, const QByteArray& bytes);
 
-    std::unique_ptr<ConnectedMemory> m_connected;
+    std::unique_ptr<MemoryRig> m_connected;
     std::unique_ptr<CPageWindow> m_window;
     CControlView* m_page2 = nullptr; ///< child of the window
     CControlView* m_page5 = nullptr; ///< child of the window

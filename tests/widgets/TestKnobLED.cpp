@@ -1,6 +1,6 @@
 #include "app/common/SkinPixmap.h"
 #include "tests/support/CTestCase.h"
-#include "tests/widgets/ConnectedMemory.h"
+#include "tests/support/MemoryRig.h"
 #include "tests/widgets/WidgetEvents.h"
 #include "widgets/CKnobLED.h"
 #include "widgets/KnobLEDStates.h"
@@ -128,7 +128,7 @@ class TestKnobLED : public CTestCase
     void setValue(int value);
     void setType(int ledType);
 
-    std::unique_ptr<ConnectedMemory> m_connected;
+    std::unique_ptr<MemoryRig> m_connected;
     std::unique_ptr<QWidget> m_window;
     CKnobLED* m_knob = nullptr;
     QPropertyAnimation* m_fade = nullptr;
@@ -137,7 +137,9 @@ class TestKnobLED : public CTestCase
 void TestKnobLED::init()
 {
     CTestCase::init();
-    m_connected = std::make_unique<ConnectedMemory>();
+    m_connected = std::make_unique<MemoryRig>();
+    m_connected->setFactorySettings();
+    m_connected->connect();
     m_window = std::make_unique<QWidget>();
     m_window->resize(400, 300);
     m_knob = new CKnobLED(m_window.get());

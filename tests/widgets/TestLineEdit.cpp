@@ -1,7 +1,7 @@
 #include "app/common/Constants.h"
 #include "tests/support/CTestCase.h"
+#include "tests/support/MemoryRig.h"
 #include "tests/widgets/ActiveWindow.h"
-#include "tests/widgets/BoundMemory.h"
 #include "widgets/CLineEdit.h"
 
 #include <QClipboard>
@@ -369,7 +369,7 @@ void TestLineEdit::emptyExpressionRemovesTheValidator()
 
 void TestLineEdit::memoryDoesNotChangeTheText()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     CLineEdit edit(nullptr);
     edit.setText(QStringLiteral("1"));
     memory.bind(edit);
@@ -381,7 +381,7 @@ void TestLineEdit::memoryDoesNotChangeTheText()
 
 void TestLineEdit::destroyedFieldIsForgottenByTheMemory()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     auto field = std::make_unique<CLineEdit>(nullptr);
     memory.bind(*field);
     field.reset();
@@ -624,7 +624,7 @@ void TestLineEdit::fieldMayGoWhileItsMenuIsOpen()
 
 void TestLineEdit::changeInTheMemoryClosesTheMenu()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     Form form;
     QVERIFY(form.show());
     memory.bind(form.m_edit);

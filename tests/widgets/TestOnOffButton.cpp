@@ -1,6 +1,6 @@
 #include "tests/support/CTestCase.h"
+#include "tests/support/MemoryRig.h"
 #include "tests/widgets/ActiveWindow.h"
-#include "tests/widgets/BoundMemory.h"
 #include "tests/widgets/ColorStrip.h"
 #include "widgets/COnOffButton.h"
 
@@ -309,7 +309,7 @@ void TestOnOffButton::pressedFaceShowsWhileTheMouseIsHeld()
 
 void TestOnOffButton::clickWritesTheValueOfTheNewState()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     COnOffButton button(nullptr);
     button.setCheckable(true);
     button.setOnValue(20);
@@ -326,7 +326,7 @@ void TestOnOffButton::clickWritesTheValueOfTheNewState()
 
 void TestOnOffButton::clickIsSentToTheDevice()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     memory.connect();
     COnOffButton button(nullptr);
     button.setCheckable(true);
@@ -337,7 +337,7 @@ void TestOnOffButton::clickIsSentToTheDevice()
 
 void TestOnOffButton::unchangedStateWritesNothing()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     COnOffButton button(nullptr);
     button.setCheckable(true);
     memory.bind(button);
@@ -405,7 +405,7 @@ void TestOnOffButton::heldButtonLetsGoWithoutAClick()
 
 void TestOnOffButton::destroyedButtonIsForgottenByTheMemory()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     auto button = std::make_unique<COnOffButton>();
     memory.bind(*button);
     button.reset();
@@ -415,7 +415,7 @@ void TestOnOffButton::destroyedButtonIsForgottenByTheMemory()
 
 void TestOnOffButton::refusedEditFallsBackToTheMemory()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     COnOffButton button(nullptr);
     button.setCheckable(true);
     memory.bind(button);
@@ -435,7 +435,7 @@ void TestOnOffButton::valueOfNeitherStateKeepsTheState_data()
 void TestOnOffButton::valueOfNeitherStateKeepsTheState()
 {
     QFETCH(bool, checked);
-    BoundMemory memory;
+    MemoryRig memory;
     COnOffButton button(nullptr);
     button.setCheckable(true);
     memory.bind(button);
@@ -463,7 +463,7 @@ void TestOnOffButton::updateMemAPIFollowsTheMemory()
     QFETCH(bool, checkable);
     QFETCH(bool, checked);
     QFETCH(int, value);
-    BoundMemory memory;
+    MemoryRig memory;
     COnOffButton button(nullptr);
     button.setCheckable(checkable);
     button.setOnValue(20);
@@ -490,7 +490,7 @@ void TestOnOffButton::newValueOfThePresentStateIsWritten()
 {
     QFETCH(bool, checked);
     QFETCH(bool, setsOnValue);
-    BoundMemory memory;
+    MemoryRig memory;
     COnOffButton button(nullptr);
     button.setCheckable(true);
     button.setChecked(checked);
@@ -507,7 +507,7 @@ void TestOnOffButton::newValueOfThePresentStateIsWritten()
 
 void TestOnOffButton::refusedValueOfThePresentStateFallsBack()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     COnOffButton button(nullptr);
     button.setCheckable(true);
     button.setChecked(true);

@@ -1,6 +1,6 @@
 #include "app/common/SkinPixmap.h"
 #include "tests/support/CTestCase.h"
-#include "tests/widgets/ConnectedMemory.h"
+#include "tests/support/MemoryRig.h"
 #include "tests/widgets/WidgetEvents.h"
 #include "widgets/CImageSlider.h"
 #include "widgets/CLineEdit.h"
@@ -58,7 +58,7 @@ class TestSlideEditor : public CTestCase
   private:
     [[nodiscard]] CSpinButton* spinButton() const;
 
-    std::unique_ptr<ConnectedMemory> m_connected;
+    std::unique_ptr<MemoryRig> m_connected;
     std::unique_ptr<QWidget> m_window;
     CSlideEditor* m_editor = nullptr;
     CTextSlider* m_slider = nullptr;
@@ -67,7 +67,9 @@ class TestSlideEditor : public CTestCase
 void TestSlideEditor::init()
 {
     CTestCase::init();
-    m_connected = std::make_unique<ConnectedMemory>();
+    m_connected = std::make_unique<MemoryRig>();
+    m_connected->setFactorySettings();
+    m_connected->connect();
     m_window = std::make_unique<QWidget>();
     m_window->setGeometry(20, 20, 300, 200);
     m_editor = new CSlideEditor(m_window.get());

@@ -1,6 +1,6 @@
 #include "tests/support/CTestCase.h"
+#include "tests/support/MemoryRig.h"
 #include "tests/widgets/ActiveWindow.h"
-#include "tests/widgets/ConnectedMemory.h"
 #include "tests/widgets/WidgetEvents.h"
 #include "widgets/CImageSlider.h"
 #include "widgets/CTextSlider.h"
@@ -84,7 +84,7 @@ class TestSliders : public CTestCase
 
     SliderKind m_kind;
     int m_id = 0;
-    std::unique_ptr<ConnectedMemory> m_connected;
+    std::unique_ptr<MemoryRig> m_connected;
     std::unique_ptr<QWidget> m_window;
     QAbstractSlider* m_slider = nullptr; ///< child of the window
     int m_start = 0;                     ///< its value before a test does anything
@@ -103,7 +103,9 @@ void TestSliders::init()
     QFETCH_GLOBAL(SliderKind, kind);
     m_kind = kind;
     m_id = kind.category + k_knob;
-    m_connected = std::make_unique<ConnectedMemory>();
+    m_connected = std::make_unique<MemoryRig>();
+    m_connected->setFactorySettings();
+    m_connected->connect();
     m_window = std::make_unique<QWidget>();
     m_window->setGeometry(20, 20, 300, 200);
     m_slider = kind.create(m_window.get());

@@ -1,6 +1,6 @@
 #include "tests/support/CTestCase.h"
+#include "tests/support/MemoryRig.h"
 #include "tests/widgets/ActiveWindow.h"
-#include "tests/widgets/BoundMemory.h"
 #include "tests/widgets/ColorStrip.h"
 #include "widgets/COnOffButton.h"
 #include "widgets/CSpinButton.h"
@@ -455,7 +455,7 @@ void TestSpinButton::heldHalfStopsWhenItsReleaseGoesElsewhere()
 {
     QFETCH(std::function<void(QWidget*)>, event);
     QFETCH(Qt::FocusPolicy, focusPolicy);
-    BoundMemory memory;
+    MemoryRig memory;
     Panel panel(0);
     panel.m_spin.setFocusPolicy(focusPolicy);
     panel.m_spin.setRange(0, 1'000'000);
@@ -487,7 +487,7 @@ void TestSpinButton::heldHalfStopsWhenItsReleaseGoesElsewhere()
 
 void TestSpinButton::destroyedSpinButtonIsForgottenByTheMemory()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     auto spin = std::make_unique<CSpinButton>();
     memory.bind(*spin);
     spin.reset();
@@ -678,7 +678,7 @@ void TestSpinButton::flashEndsWithAPress()
 
 void TestSpinButton::valueIsWrittenAndSent()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     CSpinButton spin(nullptr);
     spin.setRange(0, 127);
     memory.bind(spin);
@@ -695,7 +695,7 @@ void TestSpinButton::valueIsWrittenAndSent()
 
 void TestSpinButton::refusedValueFallsBack()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     CSpinButton spin(nullptr);
     spin.setRange(0, 127);
     memory.bind(spin);
@@ -708,7 +708,7 @@ void TestSpinButton::refusedValueFallsBack()
 
 void TestSpinButton::changeInTheMemoryIsShown()
 {
-    BoundMemory memory;
+    MemoryRig memory;
     Panel panel(5);
     QVERIFY(panel.show());
     memory.bind(panel.m_spin);
