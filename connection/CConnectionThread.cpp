@@ -21,7 +21,7 @@ void CConnectionThread::stop()
 
 void CConnectionThread::run()
 {
-    while (m_monitor != nullptr && isContinue()) {
+    while (isContinue() && m_monitor != nullptr) {
         m_monitor->sendKeepMessage();
         pause();
     }
