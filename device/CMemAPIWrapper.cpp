@@ -141,7 +141,7 @@ bool CMemAPIWrapper::collectMessageData(int type, int id, ParamList* data) const
         if (value.toInt() > k_highestByte)
             value = k_highestByte;
     }
-    data->insert(QString::number(knob), list);
+    data->insert(paramKey(knob), list);
     return true;
 }
 

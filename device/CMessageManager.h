@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+#include <span>
+
 /// Message types: their numbers are also byte 7 of the messages that carry one.
 enum MessageType : int
 {
@@ -51,7 +53,7 @@ class CMessageManager
     static constexpr int k_receiveBufferLimit = 256;
 
   private:
-    void appendToReceiveBuffer(unsigned char byte);
+    void appendToReceiveBuffer(std::span<const unsigned char> piece);
 
     QByteArray m_receiveBuffer;
 };

@@ -101,7 +101,7 @@ bool CMessageManagerWrapper::createChangeParamMessage(const ParamList& data, uns
     message[k_typeOffset] = k_changeParamMessage;
     message[k_knobOffset] = static_cast<unsigned char>(knob);
     std::ranges::transform(k_settingCategories, message.begin() + k_firstValueOffset, [&](int category) {
-        return static_cast<unsigned char>(settings.value(QString::number(category + knob)).toInt());
+        return static_cast<unsigned char>(settings.value(paramKey(category + knob)).toInt());
     });
     message.back() = k_sysExEnd;
     fill(message, buf, len);
@@ -146,8 +146,8 @@ bool CMessageManagerWrapper::parseChangeParamMessage(const unsigned char* msg, i
     const int knob = msg[k_knobOffset];
     ParamList settings;
     for (std::size_t i = 0; i < k_settingCategories.size(); ++i)
-        settings.insert(QString::number(k_settingCategories[i] + knob), static_cast<int>(msg[k_firstValueOffset + i]));
-    data->insert(QString::number(knob), settings);
+        settings.insert(paramKey(k_settingCategories[i] + knob), static_cast<int>(msg[k_firstValueOffset + i]));
+    data->insert(paramKey(knob), settings);
     return true;
 }
 
@@ -155,6 +155,6 @@ bool CMessageManagerWrapper::parseNoticeValueMessage(const unsigned char* msg, i
 {
     if (msg == nullptr || data == nullptr || len < k_noticeValueMessageLen)
         return false;
-    data->insert(QString::number(k_knobValueCategory + msg[k_knobOffset]), static_cast<int>(msg[k_firstValueOffset]));
+    data->insert(paramKey(k_knobValueCategory + msg[k_knobOffset]), static_cast<int>(msg[k_firstValueOffset]));
     return true;
 }

@@ -5,13 +5,13 @@
 int CParamManager::getParam(int id) const
 {
     const std::scoped_lock guard(m_mutex);
-    return m_list.value(QString::number(id)).toInt();
+    return m_list.value(paramKey(id)).toInt();
 }
 
 void CParamManager::setParam(int id, int value)
 {
     const std::scoped_lock guard(m_mutex);
-    m_list.insert(QString::number(id), value);
+    m_list.insert(paramKey(id), value);
     m_dirty = true;
 }
 

@@ -5,21 +5,24 @@
 ParamList CParamManagerWrapper::getParamListFromKnob(int knob) const
 {
     const std::scoped_lock guard(m_mutex);
-    return m_list.value(QString::number(knob)).toMap();
+    return m_list.value(paramKey(knob)).toMap();
 }
 
 int CParamManagerWrapper::getParam(int knob, int id) const
 {
     const std::scoped_lock guard(m_mutex);
-    return getParamListFromKnob(knob).value(QString::number(id)).toInt();
+    const auto list = m_list.constFind(paramKey(knob));
+    if (list == m_list.cend() || list->typeId() != QMetaType::QVariantMap)
+        return 0;
+    return static_cast<const ParamList*>(list->constData())->value(paramKey(id)).toInt();
 }
 
 void CParamManagerWrapper::setParam(int knob, int id, int value)
 {
     const std::scoped_lock guard(m_mutex);
     ParamList list = getParamListFromKnob(knob);
-    list.insert(QString::number(id), value);
-    m_list.insert(QString::number(knob), list);
+    list.insert(paramKey(id), value);
+    m_list.insert(paramKey(knob), list);
     m_dirty = true;
 }
 
@@ -31,6 +34,6 @@ void CParamManagerWrapper::setParamListToKnob(int knob, const ParamList& list)
     auto source = list.cbegin();
     for (auto target = present.cbegin(); target != present.cend() && source != list.cend(); ++target, ++source)
         placed.insert(target.key(), source.value());
-    m_list.insert(QString::number(knob), placed);
+    m_list.insert(paramKey(knob), placed);
     m_dirty = true;
 }

@@ -100,6 +100,10 @@ inline constexpr auto k_defaultParamList = presetsOfKnobs();
     return knob >= 0 && knob < k_numOfKnobs;
 }
 
+/// The text under which a knob's number or a parameter's id stands in lists: its decimal digits. Those of the device
+/// are made once, since every report looks some of them up. Any thread.
+[[nodiscard]] QString paramKey(int number);
+
 /// Whether the id names a setting of one of the eight knobs: the only ids of the settings table.
 [[nodiscard]] bool isSettingParam(int id);
 

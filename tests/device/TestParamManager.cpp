@@ -25,6 +25,7 @@ class TestParamManager : public CTestCase
     void settingRanges();
     void idsOfSettings_data();
     void idsOfSettings();
+    void keysAreDecimalText();
     void missingKeyReadsAsZero();
     void missingKnobHasAnEmptyList();
     void flatTableStoresUnderDecimalText();
@@ -96,6 +97,12 @@ void TestParamManager::idsOfSettings()
     QFETCH(int, id);
     QFETCH(bool, isSetting);
     QCOMPARE(isSettingParam(id), isSetting);
+}
+
+void TestParamManager::keysAreDecimalText()
+{
+    for (int number = -2000; number <= 3000; ++number)
+        QCOMPARE(paramKey(number), QString::number(number));
 }
 
 void TestParamManager::missingKeyReadsAsZero()
