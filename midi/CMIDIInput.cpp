@@ -52,16 +52,19 @@ void CMIDIInput::messageReceived()
     std::fill_n(buffer.begin(), k_zeroedBytes, static_cast<unsigned char>(0));
     int size = k_zeroedBytes;
 
-    const auto available = [this] {
+    // One lock for the question and the read.
+    const auto takeRecord = [&] {
         const std::scoped_lock lock(*m_ring);
-        return m_ring->avail();
+        if (m_ring->avail() == 0)
+            return false;
+        readMessageFromBuffer(buffer.data(), &size);
+        return true;
     };
     // Taken before the drain, so that everything that came before a note is delivered before it. A note that comes
     // during the drain brings a wake-up of its own.
     const bool overran = m_overran.exchange(false);
     const bool ended = m_ended.exchange(false);
-    while (available() != 0) {
-        readMessageFromBuffer(buffer.data(), &size);
+    while (takeRecord()) {
         if (CMIDITransportObserver* observer = m_observer)
             observer->messageReceived(buffer.data(), size);
     }
