@@ -12,11 +12,11 @@ void CFrameGate::request()
 {
     if (m_timer.isActive())
         return;
-    const auto rest = m_lastFrame ? *m_lastFrame + k_interval - m_clock() : std::chrono::milliseconds(0);
-    if (rest > std::chrono::milliseconds(0))
-        m_timer.start(rest);
-    else
+    const std::chrono::milliseconds now = m_clock();
+    if (m_lastFrame != now / k_interval)
         open();
+    else
+        m_timer.start((m_lastFrame + 1) * k_interval - now);
 }
 
 bool CFrameGate::isPending() const
@@ -26,7 +26,7 @@ bool CFrameGate::isPending() const
 
 void CFrameGate::open()
 {
-    m_lastFrame = m_clock();
+    m_lastFrame = m_clock() / k_interval;
     emit frame();
 }
 

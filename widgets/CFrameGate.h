@@ -5,10 +5,12 @@
 
 #include <chrono>
 #include <functional>
-#include <optional>
 
 /// Lets repaint requests through at most once in a frame of the screen, the last one always, and at once when the gate
 /// has been quiet. Nothing runs while no request waits.
+///
+/// Frames are counted by the clock, for every gate alike: requests that wait at several gates pass together, so that
+/// the window goes to the screen once for all of them.
 ///
 /// Threads  that of the object.
 class CFrameGate : public QObject
@@ -19,7 +21,7 @@ class CFrameGate : public QObject
     /// Time that never goes back, counted from any moment.
     using Clock = std::function<std::chrono::milliseconds()>;
 
-    /// The shortest whole time that keeps to 60 frames a second.
+    /// Of a frame: the shortest whole time that keeps to 60 in any second.
     static constexpr std::chrono::milliseconds k_interval{17};
 
     explicit CFrameGate(QObject* parent = nullptr, Clock clock = monotonicClock);
@@ -38,6 +40,6 @@ class CFrameGate : public QObject
     void open();
 
     Clock m_clock;
-    std::optional<std::chrono::milliseconds> m_lastFrame;
+    std::chrono::milliseconds::rep m_lastFrame = -1; ///< number, from the clock's zero
     QTimer m_timer{this};
 };

@@ -85,5 +85,5 @@ void CKnobLED::paintEvent(QPaintEvent*)
     // The densest screen's, not this one's: pictures are kept for one ratio, and scaled down elsewhere.
     const qreal ratio = qGuiApp->devicePixelRatio();
     painter.drawImage(k_ledRect, knobLEDImage(low, ratio));
-    painter.drawImage(k_ledRect, fadedImage(knobLEDImage(high, ratio), m_alpha));
+    painter.drawImage(k_ledRect, fadedKnobLEDImage(high, ratio, m_alpha));
 }

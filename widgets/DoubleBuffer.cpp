@@ -2,7 +2,7 @@
 
 #include "app/common/SkinPixmap.h"
 
-#include <QEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QWidget>
 
@@ -32,7 +32,7 @@ bool DoubleBuffer::eventDoubleBuffer(QEvent* event)
         return true;
     case QEvent::Paint:
         updateDoubleBufferPixmap();
-        paintWidget();
+        paintWidget(static_cast<QPaintEvent*>(event)->region());
         return true;
     default:
         return false;
@@ -89,8 +89,17 @@ bool DoubleBuffer::fitsWidget() const
            qFuzzyCompare(m_pixmap.devicePixelRatio(), m_widget->devicePixelRatioF());
 }
 
-void DoubleBuffer::paintWidget()
+void DoubleBuffer::paintWidget(const QRegion& region)
 {
     QPainter painter(m_widget);
-    painter.drawPixmap(0, 0, m_pixmap);
+    if (!m_widget->testAttribute(Qt::WA_OpaquePaintEvent)) {
+        painter.drawPixmap(0, 0, m_pixmap);
+        return;
+    }
+    // One rectangle at a time, which is copied row by row: a clip of many is filled in spans, by threads of their own.
+    // Each is a pixel larger all round, since between two ratios an edge lies within a device pixel.
+    for (const QRect& part : region) {
+        painter.setClipRect(part.adjusted(-1, -1, 1, 1));
+        painter.drawPixmap(0, 0, m_pixmap);
+    }
 }

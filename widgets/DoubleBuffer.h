@@ -4,6 +4,7 @@
 
 class QEvent;
 class QPainter;
+class QRegion;
 class QWidget;
 
 /// Draws a widget's face once per change into a pixmap, from which the screen is painted.
@@ -43,7 +44,7 @@ class DoubleBuffer
 
   private:
     [[nodiscard]] bool fitsWidget() const;
-    void paintWidget();
+    void paintWidget(const QRegion& region);
 
     QWidget* m_widget;
     bool m_dirty = true;

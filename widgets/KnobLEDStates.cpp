@@ -8,6 +8,8 @@
 
 namespace
 {
+constexpr int k_fullOpacity = 255;
+
 template <std::size_t rows>
 int indexOf(int value, const std::array<int, rows>& min, const std::array<int, rows>& max,
             const std::array<int, rows>& index)
@@ -19,11 +21,35 @@ int indexOf(int value, const std::array<int, rows>& min, const std::array<int, r
     return 0;
 }
 
-QImage cutOut(int index, qreal ratio)
+/// A state's picture in the two forms that painting takes.
+struct Picture
 {
-    // The strip goes again: it is as large as all of its frames, of which some are never shown.
+    QImage drawn;    ///< premultiplied
+    QImage straight; ///< not premultiplied: what a fade is made from
+};
+
+/// All states at once: the strip goes again, and reading it costs more than cutting.
+std::array<Picture, k_numOfLEDStates> cutOutAll(qreal ratio)
+{
     const QPixmap strip = largeSkinPixmap(k_knobPath, ratio);
-    return strip.copy(ImageStrip(strip, 1, k_numOfLEDStates).source(0, index).toRect()).toImage();
+    const ImageStrip frames(strip, 1, k_numOfLEDStates);
+    std::array<Picture, k_numOfLEDStates> pictures;
+    for (int index = 0; index < k_numOfLEDStates; ++index) {
+        const QImage drawn = strip.copy(frames.source(0, index).toRect()).toImage();
+        pictures[static_cast<std::size_t>(index)] = {drawn, drawn.convertToFormat(QImage::Format_ARGB32)};
+    }
+    return pictures;
+}
+
+const Picture& pictureOf(int index, qreal ratio)
+{
+    static qreal keptRatio = 0.0;
+    static std::array<Picture, k_numOfLEDStates> kept;
+    if (!qFuzzyCompare(keptRatio, ratio)) {
+        kept = cutOutAll(ratio);
+        keptRatio = ratio;
+    }
+    return kept[static_cast<std::size_t>(index)];
 }
 } // namespace
 
@@ -45,32 +71,31 @@ int knobLEDIndex(int ledType, int value)
 
 QImage knobLEDImage(int index, qreal ratio)
 {
-    struct Kept
-    {
-        qreal ratio = 0.0;
-        std::array<QImage, k_numOfLEDStates> images;
-    };
-    static Kept kept;
-    if (!qFuzzyCompare(kept.ratio, ratio))
-        kept = {ratio, {}};
-    QImage& image = kept.images[static_cast<std::size_t>(index)];
-    if (image.isNull())
-        image = cutOut(index, ratio);
-    return image;
+    return pictureOf(index, ratio).drawn;
+}
+
+QImage fadedKnobLEDImage(int index, qreal ratio, int opacity)
+{
+    const Picture& picture = pictureOf(index, ratio);
+    return opacity >= k_fullOpacity ? picture.drawn : fadedImage(picture.straight, opacity);
 }
 
 QImage fadedImage(const QImage& image, int opacity)
 {
-    const double share = std::clamp(opacity, 0, 255) / 255.0;
+    Q_ASSERT(image.isNull() || image.format() == QImage::Format_ARGB32);
+    const double share = std::clamp(opacity, 0, k_fullOpacity) / double{k_fullOpacity};
     std::array<QRgb, 256> scaled; // alpha -> scaled alpha, in place within a pixel
     for (int alpha = 0; alpha < 256; ++alpha)
         scaled[static_cast<std::size_t>(alpha)] = static_cast<QRgb>(alpha * share) << 24;
 
-    QImage faded = image.convertToFormat(QImage::Format_ARGB32);
-    for (int y = 0; y < faded.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(faded.scanLine(y));
-        std::for_each(line, line + faded.width(),
-                      [&](QRgb& pixel) { pixel = (pixel & RGB_MASK) | scaled[pixel >> 24]; });
+    QImage faded(image.size(), QImage::Format_ARGB32_Premultiplied);
+    faded.setDevicePixelRatio(image.devicePixelRatio());
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        std::transform(line, line + image.width(), reinterpret_cast<QRgb*>(faded.scanLine(y)), [&](QRgb pixel) {
+            const QRgb alpha = scaled[pixel >> 24];
+            return alpha != 0 ? qPremultiply((pixel & RGB_MASK) | alpha) : 0;
+        });
     }
     return faded;
 }

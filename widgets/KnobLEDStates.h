@@ -31,13 +31,16 @@ inline const QString k_knobPath = QStringLiteral(":images/ktz_jx_knob.png");
 /// A state's picture, 43 x 43 logical pixels, premultiplied as it is drawn. GUI thread only.
 ///
 /// index   0 to 5.      ratio   device pixels per logical pixel, of the densest screen.
-/// Memory  each is cut out of the strip when it is first shown, and kept for all knobs as long as the ratio stays: all
-///         six are 44 KB at ratio 1, 178 KB at 2, 399 KB at 3.
+/// Memory  all six are cut out of the strip when the first is shown, and kept for all knobs as long as the ratio stays,
+///         each once as it is drawn and once as it fades: 89 KB at ratio 1, 355 KB at 2, 799 KB at 3.
 [[nodiscard]] QImage knobLEDImage(int index, qreal ratio);
 
-/// The image with every pixel's alpha scaled by opacity / 255 and cut toward zero; the colours stay. Not premultiplied:
-/// a cut alpha times a colour is not the same as both cut together. Any thread.
+/// The same, faded as fadedImage() does.
+[[nodiscard]] QImage fadedKnobLEDImage(int index, qreal ratio, int opacity);
+
+/// The image with every pixel's alpha scaled by opacity / 255 and cut toward zero; the colours stay. Premultiplied only
+/// then, as it is drawn: a cut alpha times a colour is not the same as both cut together. Any thread.
 ///
-/// image     may be null, and stays so.
+/// image     not premultiplied, QImage::Format_ARGB32; or null, and stays so.
 /// opacity   0 to 255; what lies outside counts as the nearer end.
 [[nodiscard]] QImage fadedImage(const QImage& image, int opacity);

@@ -75,5 +75,5 @@ QPixmap largeSkinPixmap(const QString& path)
 
 QPixmap opaquePixmap(const QImage& picture)
 {
-    return QPixmap::fromImage(picture.convertToFormat(QImage::Format_RGB888), Qt::NoFormatConversion);
+    return QPixmap::fromImage(picture.convertToFormat(QImage::Format_RGB32), Qt::NoFormatConversion);
 }

@@ -8,7 +8,7 @@ class TestFadedImage : public CTestCase
   private slots:
     void alphaIsScaledAndCutTowardZero_data();
     void alphaIsScaledAndCutTowardZero();
-    void coloursAndClearPixelsStay();
+    void coloursStayUnderTheScaledAlpha();
     void everyPixelIsFaded();
     void sourceStaysWhole();
     void nullStaysNull();
@@ -40,14 +40,15 @@ void TestFadedImage::alphaIsScaledAndCutTowardZero()
     QTEST(qAlpha(fadedImage(image, opacity).pixel(0, 0)), "result");
 }
 
-void TestFadedImage::coloursAndClearPixelsStay()
+void TestFadedImage::coloursStayUnderTheScaledAlpha()
 {
     QImage image(2, 1, QImage::Format_ARGB32);
     image.setPixel(0, 0, qRgba(10, 20, 30, 200));
     image.setPixel(1, 0, qRgba(11, 22, 33, 0));
     const QImage faded = fadedImage(image, 100);
-    QCOMPARE(faded.pixel(0, 0), qRgba(10, 20, 30, 78));
-    QCOMPARE(faded.pixel(1, 0), qRgba(11, 22, 33, 0));
+    QCOMPARE(faded.format(), QImage::Format_ARGB32_Premultiplied);
+    QCOMPARE(faded.pixel(0, 0), qPremultiply(qRgba(10, 20, 30, 78)));
+    QCOMPARE(faded.pixel(1, 0), 0U);
 }
 
 void TestFadedImage::everyPixelIsFaded()
@@ -57,7 +58,7 @@ void TestFadedImage::everyPixelIsFaded()
     const QImage faded = fadedImage(image, 51);
     for (int y = 0; y < faded.height(); ++y) {
         for (int x = 0; x < faded.width(); ++x)
-            QCOMPARE(faded.pixel(x, y), qRgba(255, 0, 0, 51));
+            QCOMPARE(faded.pixel(x, y), qPremultiply(qRgba(255, 0, 0, 51)));
     }
 }
 

@@ -464,7 +464,8 @@ void TestKnobLED::floodRepaintsAtMost60TimesASecond()
         QTRY_COMPARE(knob->findChild<QPropertyAnimation*>()->state(), QAbstractAnimation::Stopped);
         QTRY_VERIFY(!knob->findChild<CFrameGate*>()->isPending());
     }
-    const auto mostPaints = time.elapsed() / CFrameGate::k_interval.count() + 2;
+    // The time may begin and end within a frame, and begin with a window's first paint.
+    const auto mostPaints = time.elapsed() / CFrameGate::k_interval.count() + 3;
     for (const auto& [knob, paints] : counter.m_paints) {
         QVERIFY(paints > 2);
         QVERIFY2(paints <= mostPaints, qPrintable(QString::number(paints)));
