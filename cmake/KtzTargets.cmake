@@ -65,8 +65,8 @@ function(ktz_platform name)
 endfunction()
 
 # Where the programs' own shared libraries lie, seen from the build's folder and from an installation's prefix alike: a
-# program finds them from its own place, wherever that is.
-set(KTZ_PRIVATE_LIBRARIES lib/ktz-jx-editor)
+# program finds them from its own place, wherever that is. One folder nearer, and cpack has the system's loader told.
+set(KTZ_PRIVATE_LIBRARIES lib/ktz-jx-editor/private)
 
 # ktz_private_libraries(program): has a program look for its own shared libraries there; on a Mac, first in its bundle.
 function(ktz_private_libraries program)
