@@ -70,7 +70,7 @@ if [ -n "$fuzz" ]; then
     exec tests/fuzz/run build/fuzz "$fuzz"
 fi
 
-need_packages $packages_build $packages_display $packages_tests
+need_packages $packages_build $packages_display $packages_tests $packages_package_checks
 [ "$preset" != asan ] || need_packages $packages_clang
 [ $system = no ] || need_packages $packages_system
 

@@ -16,9 +16,9 @@ enum class Editors
 
 /// The editor from its start to its end; what main() does, on the main thread. Blocks as long as the editor runs.
 ///
-/// argv[1], if there is one, is the path of a settings file that is opened when the splash has finished.
-/// editors says whether a session has one editor: a second start hands its file to the running one then, and ends with
-/// 0, or with 1 if that one does not answer. makeCompanion is called once the application object and its style exist,
-/// before the editor's window; null for none. The result is the exit status: 1 if the event loop ended with any other
-/// code than 0, else 0.
+/// argv  as a CCommandLine leaves it: program, options of the toolkit, the path of a settings file that is opened when
+/// the splash has finished, or none. editors says whether a session has one editor: a second start hands its file to
+/// the running one then, and ends with 0, or with 1 if that one does not answer. makeCompanion is called once the
+/// application object and its style exist, before the editor's window; null for none. The result is the exit status: 1
+/// if the event loop ended with any other code than 0, else 0.
 int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion = {}, Editors editors = Editors::Any);

@@ -1,3 +1,4 @@
+#include "app/CCommandLine.h"
 #include "app/RunEditor.h"
 #include "simulator/device/CSimulatedDevice.h"
 #include "simulator/device/CTrafficFile.h"
@@ -9,7 +10,6 @@
 
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 
 namespace
 {
@@ -34,22 +34,22 @@ std::unique_ptr<QWidget> makePanel(CSimulatedDevice& device, CTrafficFile& log)
 } // namespace
 
 /// The editor with a simulated device inside the process: what a newcomer sees first, without MIDI or hardware.
-///
-///     ktz-jx-demo [--log FILE] [SETTINGS-FILE]
 int main(int argc, char** argv)
 {
+    const QString logOption = QStringLiteral("log");
+    CCommandLine commandLine(QStringLiteral("ktz-jx-demo"),
+                             QStringLiteral("The KTZ-JX Editor with a simulated device, which needs no MIDI."));
+    commandLine.addOption(logOption, QStringLiteral("file"), QStringLiteral("Writes every message to a file."));
+    if (const std::optional<int> status = commandLine.parse(argc, argv))
+        return *status;
+
     CSimulatedDevice device;
     CTrafficFile log(device);
-    if (argc > 1 && std::strcmp(argv[1], "--log") == 0) {
-        if (argc < 3 || !log.open(QString::fromLocal8Bit(argv[2]))) {
-            std::fputs("ktz-jx-demo: --log needs the name of a file that can be written\n", stderr);
-            return 1;
-        }
-        // The editor sees a command line without the two.
-        argv[2] = argv[0];
-        argv += 2;
-        argc -= 2;
+    const QByteArray logName = commandLine.value(logOption);
+    if (!logName.isEmpty() && !log.open(QString::fromLocal8Bit(logName))) {
+        std::fprintf(stderr, "ktz-jx-demo: %s cannot be written\n", logName.constData());
+        return 1;
     }
     CSimulatedSystem::instance().plug(device);
-    return runEditor(argc, argv, [&] { return makePanel(device, log); });
+    return runEditor(commandLine.argc(), commandLine.argv(), [&] { return makePanel(device, log); });
 }

@@ -6,6 +6,10 @@ target_compile_options(ktz_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow 
 if(KTZ_WARNINGS_AS_ERRORS)
     target_compile_options(ktz_warnings INTERFACE -Werror)
 endif()
+if(CMAKE_INTERPROCEDURAL_OPTIMIZATION AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    # GCC 12 takes a size that the toolkit's hash table never has for one that it could have, when it links.
+    target_link_options(ktz_warnings INTERFACE -Wno-alloc-size-larger-than)
+endif()
 
 add_library(ktz_options INTERFACE)
 target_link_libraries(ktz_options INTERFACE ktz_warnings)
@@ -58,6 +62,20 @@ function(ktz_platform name)
     add_library(${name} OBJECT ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC ktz_options ${ARG_USES})
     ktz_own_headers(${name} PUBLIC ${ARG_SOURCES})
+endfunction()
+
+# Where the programs' own shared libraries lie, seen from the build's folder and from an installation's prefix alike: a
+# program finds them from its own place, wherever that is. One folder nearer, and cpack has the system's loader told.
+set(KTZ_PRIVATE_LIBRARIES lib/ktz-jx-editor/private)
+
+# ktz_private_libraries(program): has a program look for its own shared libraries there; on a Mac, first in its bundle.
+function(ktz_private_libraries program)
+    if(APPLE)
+        set(places @executable_path/../Frameworks @executable_path/../${KTZ_PRIVATE_LIBRARIES})
+    else()
+        set(places $ORIGIN/../${KTZ_PRIVATE_LIBRARIES})
+    endif()
+    set_target_properties(${program} PROPERTIES INSTALL_RPATH "${places}" BUILD_WITH_INSTALL_RPATH ON)
 endfunction()
 
 # ktz_program(name SOURCES file... USES library...)

@@ -1,9 +1,12 @@
+#include <QBuffer>
 #include <QFile>
 #include <QFont>
 #include <QGuiApplication>
+#include <QHashFunctions>
 #include <QImage>
 #include <QPageSize>
 #include <QPdfWriter>
+#include <QSaveFile>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -15,8 +18,9 @@
 
 /// Turns a manual in Markdown into a PDF document with numbered A4 pages, without a display.
 ///
-///     render_manual MANUAL PICTURES PDF
+///     render_manual MANUAL PICTURES PDF DATE
 ///
+/// DATE, YYYYMMDD, is the document's: the same manual gives the same bytes on every day.
 /// A picture in the manual is a file in the folder PICTURES; "name@3x.png" has three pixels to a unit of its size, and
 /// "name.png#2/4" is the second of the four equal frames that lie one below the other in it. A rule ends the page.
 ///
@@ -122,18 +126,28 @@ void styleParagraphs(const QTextDocument& document)
     }
 }
 
-bool writePdf(const QTextDocument& document, const QString& name)
+/// The document with this date for the time at which it was written; no byte moves, since the file says where each part
+/// begins. Empty: there is no such time in it.
+QByteArray dated(QByteArray document, const QByteArray& date)
 {
-    QFile file(name);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    const QByteArray key = "/CreationDate (D:";
+    const qsizetype found = document.indexOf(key);
+    return found < 0 ? QByteArray() : document.replace(found + key.size(), 14, date + "000000");
+}
+
+bool writePdf(const QTextDocument& document, const QString& name, const QByteArray& date)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
     {
-        QPdfWriter writer(&file);
+        QPdfWriter writer(&buffer);
         writer.setTitle(document.metaInformation(QTextDocument::DocumentTitle));
         writer.setPageSize(QPageSize(QPageSize::A4));
         document.print(&writer); // numbers the pages by itself
     }
-    return file.flush() && file.error() == QFileDevice::NoError;
+    const QByteArray bytes = dated(buffer.data(), date);
+    QSaveFile file(name);
+    return !bytes.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
 }
 
 } // namespace
@@ -141,10 +155,13 @@ bool writePdf(const QTextDocument& document, const QString& name)
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The same bytes in every time zone, and each time: fonts are written in the order of a hash.
+    qputenv("TZ", "UTC");
+    QHashSeed::setDeterministicGlobalSeed();
     QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
-    if (arguments.size() != 4) {
-        QTextStream(stderr) << "usage: render_manual MANUAL PICTURES PDF\n";
+    if (arguments.size() != 5) {
+        QTextStream(stderr) << "usage: render_manual MANUAL PICTURES PDF DATE\n";
         return 1;
     }
     qInstallMessageHandler(noteComplaint);
@@ -159,8 +176,8 @@ int main(int argc, char** argv)
     styleTables(document);
     styleParagraphs(document);
 
-    if (!markdown.isEmpty() && loadPictures(document, arguments.at(2)) && writePdf(document, arguments.at(3)) &&
-        !complained)
+    if (!markdown.isEmpty() && loadPictures(document, arguments.at(2)) &&
+        writePdf(document, arguments.at(3), arguments.at(4).toLatin1()) && !complained)
         return 0;
     QTextStream(stderr) << "render_manual: cannot render " << arguments.at(1) << " to " << arguments.at(3) << '\n';
     return 1;

@@ -12,6 +12,7 @@ constexpr QLatin1String k_cables("cables");
 constexpr QLatin1String k_raw("raw");
 constexpr QLatin1String k_keepRunning("keep-running");
 constexpr QLatin1String k_help("help");
+constexpr QLatin1String k_versionOption("version");
 
 void describe(QCommandLineParser& parser)
 {
@@ -24,6 +25,7 @@ void describe(QCommandLineParser& parser)
          QStringLiteral("DEVICE")},
         {k_keepRunning, QStringLiteral("Goes on when standard input has ended.")},
         {{QStringLiteral("h"), k_help}, QStringLiteral("Shows this text.")},
+        {{QStringLiteral("v"), k_versionOption}, QStringLiteral("Shows the version.")},
     });
 }
 
@@ -68,6 +70,7 @@ CDeviceArguments::Result CDeviceArguments::parse(const QStringList& arguments)
     }
     result.arguments.keepRunning = parser.isSet(k_keepRunning);
     result.arguments.help = parser.isSet(k_help);
+    result.arguments.version = parser.isSet(k_versionOption);
     return result;
 }
 

@@ -16,6 +16,7 @@ struct DeviceArguments
     int cables = 3;     ///< of Alsa
     bool keepRunning = false;
     bool help = false;
+    bool version = false;
 };
 
 /// Reads them. Whatever they hold, the result can be used as it stands, or is one line that says what is wrong.

@@ -1,3 +1,4 @@
+#include "app/common/VersionText.h"
 #include "simulator/console/CDeviceArguments.h"
 #include "simulator/console/CDeviceRunner.h"
 #include "simulator/device/CSimulatedDevice.h"
@@ -27,6 +28,11 @@ int fail(int status, const QString& error)
     return status;
 }
 
+int print(const QString& text)
+{
+    return std::fputs(qPrintable(text), stdout) >= 0 && std::fflush(stdout) == 0 ? k_ok : k_failed;
+}
+
 int runDevice(const DeviceArguments& arguments)
 {
     CSimulatedDevice device;
@@ -47,9 +53,9 @@ int main(int argc, char** argv)
     const CDeviceArguments::Result parsed = CDeviceArguments::parse(QCoreApplication::arguments().mid(1));
     if (!parsed.error.isEmpty())
         return fail(k_wrongArguments, parsed.error);
-    if (parsed.arguments.help) {
-        std::printf("%s", qPrintable(CDeviceArguments::help()));
-        return k_ok;
-    }
+    if (parsed.arguments.help)
+        return print(CDeviceArguments::help());
+    if (parsed.arguments.version)
+        return print(versionText(QStringLiteral("ktz-jx-device")));
     return runDevice(parsed.arguments);
 }

@@ -19,7 +19,7 @@ MAY_INCLUDE = {
     "simulator/device": ["app/common"],
     "simulator/transports": ["simulator/device", "midi/alsa", "midi", "app/common"],
     "simulator/panel": ["simulator/device"],
-    "simulator/console": ["simulator/device", "simulator/transports"],
+    "simulator/console": ["simulator/device", "simulator/transports", "app/common"],
     "device": ["midi", "app/common"],
     "connection": ["device", "app/common"],
     "file": ["device", "app/common"],

@@ -9,6 +9,7 @@ class TestDeviceProgram : public CTestCase
 
   private slots:
     void helpGoesToStandardOutput();
+    void versionGoesToStandardOutput();
     void wrongArgumentsGetOneLineAndStatus2_data();
     void wrongArgumentsGetOneLineAndStatus2();
     void deviceThatDoesNotExistGetsOneLineAndStatus1();
@@ -40,6 +41,16 @@ void TestDeviceProgram::helpGoesToStandardOutput()
     QCOMPARE(outcome.status, 0);
     QVERIFY(outcome.output.startsWith("Usage: "));
     QCOMPARE(outcome.errors, QByteArray());
+}
+
+void TestDeviceProgram::versionGoesToStandardOutput()
+{
+    for (const char* const option : {"--version", "-v"}) {
+        const Outcome outcome = runProgram({option});
+        QCOMPARE(outcome.status, 0);
+        QVERIFY(outcome.output.startsWith("ktz-jx-device (KTZ-JX Editor) " KTZ_PROJECT_VERSION "\n"));
+        QCOMPARE(outcome.errors, QByteArray());
+    }
 }
 
 void TestDeviceProgram::wrongArgumentsGetOneLineAndStatus2_data()
