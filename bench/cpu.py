@@ -4,6 +4,7 @@
 import contextlib
 import subprocess
 import sys
+import time
 
 from figures import Verdicts, display_and_server
 from processor import Peer, print_and_judge, take_turns
@@ -21,6 +22,7 @@ with contextlib.ExitStack() as stack:
     for peer in peers.values():
         if peer.source.stdout.readline() != "ready\n":
             sys.exit("cpu.py: a program did not come up")
+    time.sleep(3)   # the splash slides for a second
     take_turns(peers, f"{build}/bin/ktz-bench-damage", rounds)
 verdicts = Verdicts()
 print_and_judge(f"cpu, native, {rounds} rounds: median (middle half)", peers, "editor", "dials", 1.5, verdicts)
