@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <ctime>
 #include <new>
-#include <string>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 #include <alsa/asoundlib.h>
 
@@ -28,13 +28,13 @@ void sleepUntil(std::int64_t time)
 
 /// The device's three cables, of which the third carries the stream. Nothing can be sent to them, so that nobody waits
 /// for an answer.
-bool openClient()
+bool openClient(const std::string& clientName)
 {
     if (snd_seq_open(&g_sequencer, "default", SND_SEQ_OPEN_OUTPUT, 0) < 0 ||
-        snd_seq_set_client_name(g_sequencer, "Trellwick KTZ-JX") < 0)
+        snd_seq_set_client_name(g_sequencer, clientName.c_str()) < 0)
         return false;
     for (int cable = 1; cable <= 3; ++cable) {
-        const std::string name = "Trellwick KTZ-JX MIDI " + std::to_string(cable);
+        const std::string name = clientName + " MIDI " + std::to_string(cable);
         g_port =
             snd_seq_create_simple_port(g_sequencer, name.c_str(), SND_SEQ_PORT_CAP_READ | SND_SEQ_PORT_CAP_SUBS_READ,
                                        SND_SEQ_PORT_TYPE_MIDI_GENERIC | SND_SEQ_PORT_TYPE_HARDWARE);
@@ -42,22 +42,29 @@ bool openClient()
     return g_port >= 0;
 }
 
-bool sendValue(int knob, int value)
+bool output(const std::vector<unsigned char>& message)
 {
-    std::array<unsigned char, 11> message{0xF0, 0x43, 0x10, 0x3E, 0x18, 0x05, 0x02, 0x04, 0, 0, 0xF7};
-    message[8] = static_cast<unsigned char>(knob);
-    message[9] = static_cast<unsigned char>(value);
     snd_seq_event_t event;
     snd_seq_ev_clear(&event);
     snd_seq_ev_set_source(&event, static_cast<unsigned char>(g_port));
     snd_seq_ev_set_subs(&event);
     snd_seq_ev_set_direct(&event);
-    snd_seq_ev_set_sysex(&event, message.size(), message.data());
+    snd_seq_ev_set_sysex(&event, static_cast<unsigned int>(message.size()), const_cast<unsigned char*>(message.data()));
     return snd_seq_event_output_direct(g_sequencer, &event) >= 0;
 }
 } // namespace
 
-CKnobSource::CKnobSource(int knobs) : m_knobs(knobs)
+KnobReport CKnobSource::editorsDevice()
+{
+    return {"Trellwick KTZ-JX", {0xF0, 0x43, 0x10, 0x3E, 0x18, 0x05, 0x02, 0x04, 0, 0, 0xF7}, 8, 9};
+}
+
+KnobReport CKnobSource::synthesizer()
+{
+    return {"Synthesizer", {0xF0, 0x43, 0x10, 0x4C, 0, 0, 0x04, 0, 0xF7}, 5, 7};
+}
+
+CKnobSource::CKnobSource(int knobs, KnobReport report) : m_knobs(knobs), m_report(std::move(report))
 {
     void* memory = mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     int ready = 0;
@@ -128,7 +135,7 @@ void CKnobSource::serve()
 {
     close(m_orders[1]);
     close(m_answers[0]);
-    if (!openClient())
+    if (!openClient(m_report.clientName))
         _exit(1);
     int answer = 0;
     Order order{};
@@ -149,7 +156,9 @@ int CKnobSource::carryOut(const Order& order)
             sleepUntil(start + k_second * i / order.perSecond);
         const int n = m_shared->sent;
         m_shared->times[static_cast<std::size_t>(n % k_remembered)] = now();
-        refused += sendValue(n % m_knobs, n / m_knobs % 128) ? 0 : 1;
+        m_report.message[m_report.knobAt] = static_cast<unsigned char>(n % m_knobs);
+        m_report.message[m_report.valueAt] = static_cast<unsigned char>(n / m_knobs % 128);
+        refused += output(m_report.message) ? 0 : 1;
         m_shared->sent = n + 1;
     }
     if (order.stopReceiver) {

@@ -2,9 +2,21 @@
 
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include <sys/types.h>
+
+/// How a device looks to other sequencer clients, and its report of a knob's value.
+struct KnobReport
+{
+    std::string clientName;
+    std::vector<unsigned char> message;
+    std::size_t knobAt;  ///< place of the knob's number in the message
+    std::size_t valueAt; ///< place of its value
+};
 
 /// A process of its own with a sequencer client that looks like the device and reports knob values.
 ///
@@ -15,7 +27,7 @@
 class CKnobSource
 {
   public:
-    explicit CKnobSource(int knobs);
+    explicit CKnobSource(int knobs, KnobReport report = editorsDevice());
     ~CKnobSource();
     CKnobSource(const CKnobSource&) = delete;
     CKnobSource& operator=(const CKnobSource&) = delete;
@@ -36,6 +48,10 @@ class CKnobSource
     [[nodiscard]] std::int64_t timeOf(int message) const;
 
     [[nodiscard]] static std::int64_t now();
+
+    /// The KTZ-JX; and a synthesizer that reports its volume, as its only knob.
+    [[nodiscard]] static KnobReport editorsDevice();
+    [[nodiscard]] static KnobReport synthesizer();
 
     static constexpr int k_remembered = 1 << 16;
 
@@ -58,6 +74,7 @@ class CKnobSource
     [[nodiscard]] int carryOut(const Order& order);
 
     const int m_knobs;
+    KnobReport m_report;
     Shared* m_shared;
     pid_t m_process = 0;
     std::array<int, 2> m_orders{};

@@ -13,6 +13,13 @@ CLEAN = {name: os.environ[name] for name in ("PATH", "HOME") if name in os.envir
 @contextlib.contextmanager
 def display():
     """An X server without a window manager; gives the environment for programs on it."""
+    with display_and_server() as (environment, _):
+        yield environment
+
+
+@contextlib.contextmanager
+def display_and_server():
+    """The same, and the server's process."""
     read_end, write_end = os.pipe()
     server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24", "-nolisten", "tcp",
                                "-noreset"],
@@ -20,7 +27,7 @@ def display():
     os.close(write_end)
     try:
         with os.fdopen(read_end) as number, tempfile.TemporaryDirectory() as runtime:
-            yield CLEAN | {"DISPLAY": ":" + number.readline().strip(), "XDG_RUNTIME_DIR": runtime}
+            yield CLEAN | {"DISPLAY": ":" + number.readline().strip(), "XDG_RUNTIME_DIR": runtime}, server
     finally:
         server.terminate()
         server.wait()

@@ -36,6 +36,6 @@ for name in programs:
     print_row(name, spread(picture[name], "ms"), spread(processor[name], "ms"))
 median = {name: statistics.median(picture[name]) for name in programs}
 verdicts = Verdicts()
-verdicts.at_most("editor / empty window", median["editor"] / median["empty"], 2.5)
-verdicts.at_most("editor / qxgedit", median["editor"] / median["qxgedit"], 0.5)
+verdicts.at_most("editor / empty window", median["editor"] / median["empty"], 1.6)
+verdicts.at_most("editor / qxgedit", median["editor"] / median["qxgedit"], 0.33)
 sys.exit(verdicts.status())

@@ -4,16 +4,13 @@
 // to the last damage of at least a quarter of its window, and the processor milliseconds that it had used by then.
 // The picture stands when no such damage came for QUIET-MS; the program is ended then.
 
-#include <X11/Xlib.h>
-#include <X11/extensions/Xdamage.h>
+#include "bench/CScreenDamage.h"
 
-#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <poll.h>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,49 +33,6 @@ double processorMilliseconds(pid_t process)
     file >> nanoseconds;
     return nanoseconds / 1e6;
 }
-
-class CPictureWatch
-{
-  public:
-    explicit CPictureWatch(Display* display) : m_display(display)
-    {
-        int firstError = 0;
-        XDamageQueryExtension(display, &m_firstDamageEvent, &firstError);
-        XSelectInput(display, DefaultRootWindow(display), SubstructureNotifyMask);
-        XDamageCreate(display, DefaultRootWindow(display), XDamageReportRawRectangles);
-        XSync(display, False);
-    }
-
-    /// Takes the events that are there. true: one of them was damage of at least a quarter of the largest window.
-    bool takeEvents()
-    {
-        bool large = false;
-        while (XPending(m_display) > 0) {
-            XEvent event;
-            XNextEvent(m_display, &event);
-            if (event.type == ConfigureNotify)
-                m_windowArea = std::max(m_windowArea, event.xconfigure.width * event.xconfigure.height);
-            else if (event.type == CreateNotify)
-                m_windowArea = std::max(m_windowArea, event.xcreatewindow.width * event.xcreatewindow.height);
-            else if (event.type == m_firstDamageEvent + XDamageNotify) {
-                const XRectangle& area = reinterpret_cast<const XDamageNotifyEvent&>(event).area;
-                large = large || 4 * area.width * area.height >= m_windowArea;
-            }
-        }
-        return large;
-    }
-
-    void wait(int timeout) const
-    {
-        pollfd display{ConnectionNumber(m_display), POLLIN, 0};
-        poll(&display, 1, timeout);
-    }
-
-  private:
-    Display* m_display;
-    int m_firstDamageEvent = 0;
-    int m_windowArea = 1;
-};
 } // namespace
 
 int main(int argc, char** argv)
@@ -89,7 +43,7 @@ int main(int argc, char** argv)
         return 2;
     }
     const int quiet = std::atoi(argv[1]);
-    CPictureWatch watch(display);
+    CScreenDamage damage(display);
 
     const Clock::time_point start = Clock::now();
     const pid_t process = fork();
@@ -105,8 +59,11 @@ int main(int argc, char** argv)
         const double left = picture > 0 ? picture + quiet - now : k_longestWait - now;
         if (left <= 0)
             break;
-        watch.wait(static_cast<int>(left) + 1);
-        if (watch.takeEvents()) {
+        damage.wait(static_cast<int>(left) + 1);
+        bool large = false;
+        damage.take(
+            [&](const XRectangle& area) { large = large || 4 * area.width * area.height >= damage.largestWindow(); });
+        if (large) {
             picture = milliseconds(Clock::now() - start);
             processor = processorMilliseconds(process);
         }

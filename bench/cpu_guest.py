@@ -1,0 +1,37 @@
+#!/usr/bin/python3
+"""cpu_guest.py RESULTS-DIR BUILD-DIR [ROUNDS]: in the guest, processor time under another sequencer client's reports.
+
+The editor's eight knobs are turned by turns; qxgedit is told as many new values of the one volume that it shows.
+"""
+
+import contextlib
+import subprocess
+import sys
+import time
+
+from figures import Verdicts, display_and_server
+from guest import USER, prepare, users
+from processor import Peer, print_and_judge, take_turns
+
+build = sys.argv[2]
+rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 10
+folder = prepare(build, "ktz-jx-editor", "ktz-bench-source", "ktz-bench-damage")
+peers = {}
+with contextlib.ExitStack() as stack:
+    for name, kind, program in (("editor", "device", f"{folder}/ktz-jx-editor"), ("qxgedit", "synthesizer", "qxgedit")):
+        environment, server = stack.enter_context(display_and_server())
+        environment = users(environment)
+        source = subprocess.Popen(USER + [f"{folder}/ktz-bench-source", kind], env=environment, stdin=subprocess.PIPE,
+                                  stdout=subprocess.PIPE, text=True)
+        stack.callback(source.terminate)
+        if source.stdout.readline() != "ready\n":
+            sys.exit("cpu_guest.py: no source of reports")
+        running = subprocess.Popen(USER + [program], env=environment, stderr=subprocess.DEVNULL)
+        stack.callback(running.terminate)
+        peers[name] = Peer(running, source, server, environment)
+    time.sleep(20)   # the splash gone, nothing left to load
+    subprocess.run(["aconnect", "Synthesizer:2", "QXGEdit:0"], check=True)
+    take_turns(peers, f"{folder}/ktz-bench-damage", rounds)
+verdicts = Verdicts()
+print_and_judge(f"cpu, {rounds} rounds: median (middle half)", peers, "editor", "qxgedit", 1, verdicts)
+sys.exit(verdicts.status())
