@@ -1,7 +1,5 @@
 #include "widgets/DoubleBuffer.h"
 
-#include "app/common/SkinPixmap.h"
-
 #include <QPaintEvent>
 #include <QPainter>
 #include <QWidget>
@@ -59,9 +57,10 @@ void DoubleBuffer::updateDoubleBufferPixmap()
 {
     if (!m_dirty && fitsWidget())
         return;
+    const bool opaque = m_widget->testAttribute(Qt::WA_OpaquePaintEvent);
     QPixmap face(deviceSize(*m_widget));
     face.setDevicePixelRatio(m_widget->devicePixelRatioF());
-    face.fill(Qt::transparent);
+    face.fill(opaque ? Qt::black : Qt::transparent);
     if (!face.isNull()) {
         QPainter painter(&face);
         const QPalette& palette = m_widget->palette();
@@ -73,8 +72,8 @@ void DoubleBuffer::updateDoubleBufferPixmap()
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         paintDoubleBuffer(&painter);
     }
-    // What was painted on keeps its paint engine, which outweighs most faces; a copy has none.
-    m_pixmap = m_widget->testAttribute(Qt::WA_OpaquePaintEvent) ? opaquePixmap(face.toImage()) : face.copy();
+    // What was painted on keeps its paint engine, which outweighs a control's face, but not a window's; a copy has none.
+    m_pixmap = opaque ? face : face.copy();
     m_dirty = false;
 }
 

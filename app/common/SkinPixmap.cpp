@@ -4,9 +4,11 @@
 #include <QGuiApplication>
 #include <QImageReader>
 #include <QPixmapCache>
+#include <QResource>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace
 {
@@ -30,12 +32,35 @@ Variant variantFor(const QString& path, qreal ratio)
     return {path, 1};
 }
 
-QImage readPicture(const Variant& variant)
+/// A picture of plain pixels, shown where it was unpacked: "P6", width, height and highest value in a line or more of
+/// text, then three bytes a pixel to the end. Null if there are fewer.
+QImage plainPicture(const QByteArray& file)
 {
-    QImageReader reader(variant.path, "png");
+    constexpr qsizetype k_longestHeader = 20;
+    const QList<QByteArray> header = file.first(std::min(file.size(), k_longestHeader)).simplified().split(' ');
+    const QSize size(header.value(1).toInt(), header.value(2).toInt());
+    const qsizetype line = qsizetype{3} * size.width();
+    const qsizetype start = file.size() - line * size.height();
+    if (size.isEmpty() || start < 0)
+        return {};
+    auto pixels = std::make_unique<QByteArray>(file);
+    const auto* data = reinterpret_cast<const uchar*>(pixels->constData()) + start;
+    const auto free = [](void* owner) { delete static_cast<QByteArray*>(owner); };
+    return {data, size.width(), size.height(), line, QImage::Format_RGB888, free, pixels.release()};
+}
+
+QImage decodedPicture(const QString& path)
+{
+    QImageReader reader(path, "png");
     // Otherwise every image plugin of the system is loaded and asked, whatever the format.
     reader.setAutoDetectImageFormat(false);
-    QImage picture = reader.read();
+    return reader.read();
+}
+
+QImage readPicture(const Variant& variant)
+{
+    const QByteArray file = QResource(variant.path).uncompressedData();
+    QImage picture = file.startsWith("P6") ? plainPicture(file) : decodedPicture(variant.path);
     picture.setDevicePixelRatio(variant.density);
     return picture;
 }
@@ -65,15 +90,10 @@ QPixmap skinPixmap(const QString& path)
 QPixmap largeSkinPixmap(const QString& path, qreal ratio)
 {
     const QImage picture = readPicture(variantFor(path, ratio));
-    return picture.hasAlphaChannel() ? QPixmap::fromImage(picture) : opaquePixmap(picture);
+    return QPixmap::fromImage(picture, picture.hasAlphaChannel() ? Qt::AutoColor : Qt::NoFormatConversion);
 }
 
 QPixmap largeSkinPixmap(const QString& path)
 {
     return largeSkinPixmap(path, densestRatio());
-}
-
-QPixmap opaquePixmap(const QImage& picture)
-{
-    return QPixmap::fromImage(picture.convertToFormat(QImage::Format_RGB32), Qt::NoFormatConversion);
 }

@@ -16,10 +16,7 @@
 [[nodiscard]] QPixmap skinPixmap(const QString& path);
 
 /// The same, but read with each call and gone with its user: for pictures as large as the window, of which the cache
-/// would keep a megabyte each, and for strips of which only frames are kept.
+/// would keep a megabyte each, and for strips of which only frames are kept. Opaque ones have three bytes a pixel where
+/// they are stored so, a quarter less memory than what is drawn fastest.
 [[nodiscard]] QPixmap largeSkinPixmap(const QString& path, qreal ratio);
 [[nodiscard]] QPixmap largeSkinPixmap(const QString& path);
-
-/// The picture in three bytes a pixel, for large ones through which nothing shines: a quarter less memory. What is
-/// transparent in it becomes black. Its ratio stays.
-[[nodiscard]] QPixmap opaquePixmap(const QImage& picture);

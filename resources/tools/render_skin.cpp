@@ -66,6 +66,19 @@ bool renderSkin(const QString& folder, const QStringList& pictures)
     return true;
 }
 
+/// Each picture once more as plain pixels beside it, "name.ppm".
+bool unpack(const QStringList& pngs)
+{
+    for (const QString& png : pngs) {
+        const QImage image(png);
+        const QString plain = png.chopped(4) + QStringLiteral(".ppm");
+        if (image.isNull() || !isOpaque(image) || !image.save(plain)) {
+            QTextStream(stderr) << "render_skin: cannot turn " << png << " into opaque pixels\n";
+            return false;
+        }
+    }
+    return true;
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -76,10 +89,12 @@ int main(int argc, char** argv)
         arguments << QString::fromLocal8Bit(argv[i]);
     if (arguments.size() >= 3 && arguments.at(0) == QLatin1String("skin"))
         return renderSkin(arguments.at(1), arguments.mid(2)) ? 0 : 1;
+    if (arguments.size() >= 2 && arguments.at(0) == QLatin1String("plain"))
+        return unpack(arguments.mid(1)) ? 0 : 1;
     if (arguments.size() == 4 && arguments.at(0) == QLatin1String("icon")) {
         const int pixels = arguments.at(3).toInt();
         return render(arguments.at(2), {pixels, pixels}, 1, arguments.at(1)) ? 0 : 1;
     }
-    QTextStream(stderr) << "usage: render_skin skin FOLDER PICTURE... | icon FILE PICTURE SIZE\n";
+    QTextStream(stderr) << "usage: render_skin skin FOLDER PICTURE... | plain PNG... | icon FILE PICTURE SIZE\n";
     return 1;
 }
