@@ -14,13 +14,14 @@ def users(environment):
 
 
 def prepare(build, *programs):
-    """Returns the folder in which the programs now are."""
+    """Returns the folder in which the programs now are, with the libraries of their own at their place beside it."""
     subprocess.run(["modprobe", "snd-seq"], check=True)
     subprocess.run("chgrp audio /dev/snd/seq && chmod 660 /dev/snd/seq && chmod 1777 /tmp", shell=True, check=True)
     os.makedirs(HOME, mode=0o700)
     shutil.chown(HOME, "nobody")
-    folder = "/opt/bench"
+    folder = "/opt/bench/bin"
     os.makedirs(folder)
     for program in programs:
         shutil.copy(os.path.join(build, "bin", program), folder)
+    shutil.copytree(os.path.join(build, "lib"), "/opt/bench/lib")
     return folder
