@@ -183,10 +183,10 @@ void TestALSAInputErrors::portThatEndedOpensAgain()
 
 void TestALSAInputErrors::signalDoesNotEndTheReading()
 {
+    // For as long as the process runs: the last signal may reach its thread after this test's end.
     struct sigaction action = {};
     action.sa_handler = [](int) {};
-    struct sigaction before = {};
-    QCOMPARE(sigaction(SIGUSR1, &action, &before), 0);
+    QCOMPARE(sigaction(SIGUSR1, &action, nullptr), 0);
     CRecordingObserver observer;
     CTestedInput input;
     open(&input, &observer);
@@ -197,8 +197,6 @@ void TestALSAInputErrors::signalDoesNotEndTheReading()
         send(noticeOf(i));
     }
     QTRY_COMPARE(observer.records(), notices(50));
-    input.closePort();
-    QCOMPARE(sigaction(SIGUSR1, &before, nullptr), 0);
 }
 
 KTZ_TEST(QCoreApplication, TestALSAInputErrors)
