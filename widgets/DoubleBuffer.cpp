@@ -72,11 +72,9 @@ void DoubleBuffer::updateDoubleBufferPixmap()
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         paintDoubleBuffer(&painter);
     }
-    // What was painted on keeps its paint engine, which outweighs most faces; a copy has none. One through which nothing
-    // shines is a window's: three bytes a pixel take a quarter less.
-    m_pixmap = opaque ? QPixmap::fromImage(face.toImage().convertToFormat(QImage::Format_RGB888),
-                                           Qt::NoFormatConversion)
-                      : face.copy();
+    // What was painted on keeps its paint engine, which outweighs a control's face, but not a window's; a copy has
+    // none.
+    m_pixmap = opaque ? face : face.copy();
     m_dirty = false;
 }
 

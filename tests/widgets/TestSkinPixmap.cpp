@@ -15,6 +15,8 @@ class TestSkinPixmap : public CTestCase
     void missingVariantsFallBackToTheNextOne();
     void missingPictureIsNull();
     void withoutARatioTheDensestScreenCounts();
+    void windowsPicturesAreShownWhereTheyWereUnpacked_data();
+    void windowsPicturesAreShownWhereTheyWereUnpacked();
 
   private:
     void save(const QString& name, int density);
@@ -82,6 +84,28 @@ void TestSkinPixmap::withoutARatioTheDensestScreenCounts()
 {
     const QPixmap expected = skinPixmap(path(QStringLiteral("all.png")), qGuiApp->devicePixelRatio());
     QCOMPARE(skinPixmap(path(QStringLiteral("all.png"))).size(), expected.size());
+}
+
+void TestSkinPixmap::windowsPicturesAreShownWhereTheyWereUnpacked_data()
+{
+    QTest::addColumn<QString>("picture");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("ground") << QStringLiteral(":/images/ktz_back.png") << QSize(446, 48);
+    QTest::newRow("window") << QStringLiteral(":/images/ktz_jx_main_window.png") << QSize(446, 640);
+    QTest::newRow("splash and about") << QStringLiteral(":/images/ktz_jx_info_view.png") << QSize(421, 580);
+}
+
+void TestSkinPixmap::windowsPicturesAreShownWhereTheyWereUnpacked()
+{
+    QFETCH(QString, picture);
+    QFETCH(QSize, size);
+    for (const int density : {1, 2, 3}) {
+        const QImage image = largeSkinPixmap(picture, density).toImage();
+        QCOMPARE(image.size(), size * density);
+        QCOMPARE(image.devicePixelRatio(), qreal(density));
+        QCOMPARE(image.format(), QImage::Format_RGB888);
+        QCOMPARE(image.bytesPerLine(), 3 * image.width()); // of its own it would be rounded up
+    }
 }
 
 KTZ_TEST(QApplication, TestSkinPixmap)
