@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ctl/CtlArguments.h"
+#include "ctl/CCtlArguments.h"
 #include "ctl/CtlStatus.h"
 #include "ctl/CtlTimes.h"
 

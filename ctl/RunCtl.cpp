@@ -7,6 +7,17 @@
 
 namespace
 {
+/// Whether all that a command had to say was written. A reader who has read enough is no error.
+CtlStatus statusOfOutput(const CtlContext& context)
+{
+    if (context.console.outputError().isEmpty() || context.console.isReaderGone())
+        return CtlStatus::Done;
+    if (!context.stop.isRequested())
+        return fail(context, CtlStatus::FileError, QStringLiteral("standard output: ") + context.console.outputError());
+    // A request is how a watch ends.
+    return context.arguments.command == CtlArguments::Command::Watch ? CtlStatus::Done : CtlStatus::Interrupted;
+}
+
 CtlStatus runCommand(const CtlContext& context)
 {
     switch (context.arguments.command) {
@@ -59,8 +70,7 @@ int runCtl(const QStringList& arguments, int output, int errors, CStopRequest& s
     }
     const CtlContext context{parsed.arguments, times, console, stop};
     CtlStatus status = runCommand(context);
-    // A reader who has read enough is no error. Whatever else went wrong has been said already.
-    if (status == CtlStatus::Done && !console.outputError().isEmpty() && !console.isReaderGone() && !stop.isRequested())
-        status = fail(context, CtlStatus::FileError, QStringLiteral("standard output: ") + console.outputError());
+    if (status == CtlStatus::Done)
+        status = statusOfOutput(context);
     return status == CtlStatus::Interrupted ? int(CtlStatus::Interrupted) + stop.number() : int(status);
 }

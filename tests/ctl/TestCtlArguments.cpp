@@ -1,4 +1,4 @@
-#include "ctl/CtlArguments.h"
+#include "ctl/CCtlArguments.h"
 #include "tests/support/CTestCase.h"
 
 class TestCtlArguments : public CTestCase

@@ -3,6 +3,7 @@
 #include <QJsonArray>
 
 #include <csignal>
+#include <fcntl.h>
 #include <thread>
 #include <unistd.h>
 
@@ -54,6 +55,7 @@ class TestCtlFaults : public CTestCase
     void fileThatCannotBeSaved();
     void outputThatIsFull();
     void outputThatNobodyReads();
+    void stopWhileTheOutputIsNotRead();
 };
 
 void TestCtlFaults::withoutADeviceStatus3AtOnce_data()
@@ -398,6 +400,25 @@ void TestCtlFaults::outputThatNobodyReads()
     QCOMPARE(fixture.device.settings(0).cc, 1);
     QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
     std::signal(SIGPIPE, before);
+    close(ends[1]);
+}
+
+void TestCtlFaults::stopWhileTheOutputIsNotRead()
+{
+    CtlFixture fixture;
+    int ends[2];
+    QCOMPARE(pipe(ends), 0);
+    QCOMPARE(fcntl(ends[1], F_SETFL, O_NONBLOCK), 0);
+    const QByteArray much(1 << 16, 'x');
+    while (write(ends[1], much.constData(), std::size_t(much.size())) > 0) {
+    }
+    std::thread other([&] {
+        std::this_thread::sleep_for(20ms);
+        fixture.stop.request(SIGINT);
+    });
+    QCOMPARE(runCtl({"show", "factory"}, ends[1], STDERR_FILENO, fixture.stop, fixture.times), 128 + SIGINT);
+    other.join();
+    close(ends[0]);
     close(ends[1]);
 }
 

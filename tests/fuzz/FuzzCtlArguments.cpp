@@ -1,4 +1,4 @@
-#include "ctl/CtlArguments.h"
+#include "ctl/CCtlArguments.h"
 #include "ctl/KnobAddress.h"
 #include "tests/fuzz/FuzzTarget.h"
 

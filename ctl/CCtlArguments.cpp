@@ -1,4 +1,4 @@
-#include "ctl/CtlArguments.h"
+#include "ctl/CCtlArguments.h"
 
 #include "app/common/Constants.h"
 #include "ctl/SettingNames.h"
