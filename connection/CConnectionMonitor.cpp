@@ -3,6 +3,11 @@
 #include "app/common/CMessageBox.h"
 #include "app/common/Constants.h"
 
+CConnectionMonitor::~CConnectionMonitor()
+{
+    leave();
+}
+
 void CConnectionMonitor::tellLoss()
 {
     CMessageBox::warning(qobject_cast<QWidget*>(parent()), k_connectionErrorTitle, k_connectionErrorMessage,

@@ -10,6 +10,7 @@ class CConnectionMonitor : public CConnectionWatch
   public:
     /// A parent that is a widget is also the parent of the warning about a loss.
     using CConnectionWatch::CConnectionWatch;
+    ~CConnectionMonitor() override;
 
   protected:
     /// Blocks until the warning is answered.

@@ -19,6 +19,11 @@ CConnectionWatch::CConnectionWatch(QObject* parent, CMemAPI* memory, const QStri
 
 CConnectionWatch::~CConnectionWatch()
 {
+    leave();
+}
+
+void CConnectionWatch::leave()
+{
     // The owner may never have come to stop(): a window can close in any state.
     stop();
     if (m_memory != nullptr) {

@@ -50,6 +50,10 @@ class CConnectionWatch : public QObject, public CMemAPIObserver
     void currentThreadConnectionError();
 
   protected:
+    /// Stops, and leaves the memory: no other thread calls this object any more. The first thing that a destructor
+    /// does, also that of a class derived from this one.
+    void leave();
+
     /// The last act of a loss: whoever has a user tells him.
     virtual void tellLoss() {}
 

@@ -19,6 +19,11 @@ CDeviceSession::CWatch::CWatch(CDeviceSession* session, const ConnectionTimes& t
 {
 }
 
+CDeviceSession::CWatch::~CWatch()
+{
+    leave();
+}
+
 void CDeviceSession::CWatch::tellLoss()
 {
     m_session->m_isLost = true;

@@ -101,6 +101,7 @@ class CDeviceSession : public QObject, private CWireListener
     {
       public:
         CWatch(CDeviceSession* session, const ConnectionTimes& times);
+        ~CWatch() override;
 
       protected:
         void tellLoss() override;

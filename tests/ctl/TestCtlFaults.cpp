@@ -168,7 +168,7 @@ void TestCtlFaults::deviceThatSaysNotWhatItHolds()
     plugCountable(fixture);
     CSendGate& gate = CSimulatedSystem::instance().sendGate();
     gate.hold(k_packetsToConnect + 1);
-    std::thread other([&] {
+    std::jthread other([&] {
         while (!gate.isHolding())
             std::this_thread::yield();
         fixture.device.goSilent();
@@ -292,7 +292,7 @@ void TestCtlFaults::stopWhileWaiting()
 {
     CtlFixture fixture;
     fixture.times.lookPause = 3600s;
-    std::thread other([&] {
+    std::jthread other([&] {
         std::this_thread::sleep_for(10ms);
         fixture.stop.request(SIGTERM);
     });
@@ -307,7 +307,7 @@ void TestCtlFaults::stopInTheMiddleOfALoad()
     plugCountable(fixture);
     CSendGate& gate = CSimulatedSystem::instance().sendGate();
     gate.hold(k_packetsToConnect + 3); // the request and a knob pass; the second knob is on its way
-    std::thread other([&] {
+    std::jthread other([&] {
         while (!gate.isHolding())
             std::this_thread::yield();
         fixture.stop.request(SIGINT);
@@ -412,7 +412,7 @@ void TestCtlFaults::stopWhileTheOutputIsNotRead()
     const QByteArray much(1 << 16, 'x');
     while (write(ends[1], much.constData(), std::size_t(much.size())) > 0) {
     }
-    std::thread other([&] {
+    std::jthread other([&] {
         std::this_thread::sleep_for(20ms);
         fixture.stop.request(SIGINT);
     });

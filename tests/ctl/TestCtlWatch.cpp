@@ -169,7 +169,7 @@ void TestCtlWatch::stopsThoughTheReaderDoesNot()
         for (int i = 0; i < 10'000; ++i)
             fixture.device.turn(0, i % 128);
     });
-    std::thread other([&] {
+    std::jthread other([&] {
         while (!fixture.device.received().contains(k_requestAllBytes))
             std::this_thread::yield();
         std::this_thread::sleep_for(200ms);
