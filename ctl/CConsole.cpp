@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <cstring>
 #include <poll.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace
@@ -75,7 +75,7 @@ bool CConsole::isColoured() const
 QString CConsole::outputError() const
 {
     const std::scoped_lock lock(m_mutex);
-    return m_outputStatus == 0 ? QString() : QString::fromLocal8Bit(std::strerror(m_outputStatus));
+    return m_outputStatus == 0 ? QString() : QString::fromStdString(std::system_category().message(m_outputStatus));
 }
 
 bool CConsole::isReaderGone() const

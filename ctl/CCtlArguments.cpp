@@ -4,7 +4,6 @@
 #include "ctl/SettingNames.h"
 
 #include <QCommandLineParser>
-#include <QRegularExpression>
 
 #include <array>
 #include <cmath>
@@ -85,9 +84,9 @@ CCtlArguments::Result unknownOption(const QString& name)
 
 const Command* commandNamed(const QString& name)
 {
-    const auto found = std::ranges::find_if(
+    const auto* const found = std::ranges::find_if(
         k_commands, [&](const Command& command) { return name == QLatin1StringView(command.name); });
-    return found != k_commands.end() ? &*found : nullptr;
+    return found != k_commands.end() ? found : nullptr;
 }
 
 CCtlArguments::Result unknownCommand(const QString& name)
@@ -139,10 +138,16 @@ QString takeOptions(const QCommandLineParser& parser, CtlArguments* arguments)
     return {};
 }
 
+QString withoutFullStop(const QString& text)
+{
+    return text.endsWith(u'.') ? text.chopped(1) : text;
+}
+
 QString misplacedOption(const QCommandLineParser& parser, const Command& command)
 {
     for (const OptionText& option : k_options) {
-        if (parser.isSet(QString::fromLatin1(option.name)) && option.of && !(command.options & option.of))
+        const bool isOfAll = option.of == CCtlArguments::Options();
+        if (!isOfAll && !command.options.testAnyFlags(option.of) && parser.isSet(QString::fromLatin1(option.name)))
             return QStringLiteral("\"%1\" has no --%2")
                 .arg(QLatin1StringView(command.name), QLatin1StringView(option.name));
     }
@@ -184,13 +189,15 @@ CCtlArguments::Result CCtlArguments::parse(const QStringList& arguments)
     const Command* command = commandNamed(name);
     if (command == nullptr)
         return unknownCommand(name);
-    const QString fault = isParsed ? QString() : parser.errorText().remove(QRegularExpression(QStringLiteral("\\.$")));
-    for (const QString& error :
-         {fault, misplacedOption(parser, *command), wrongNumberOfOperands(*command, operands.size()),
-          takeOptions(parser, &result.arguments)}) {
-        if (!error.isEmpty())
-            return refusal(error);
-    }
+    QString error = isParsed ? QString() : withoutFullStop(parser.errorText());
+    if (error.isEmpty())
+        error = misplacedOption(parser, *command);
+    if (error.isEmpty())
+        error = wrongNumberOfOperands(*command, operands.size());
+    if (error.isEmpty())
+        error = takeOptions(parser, &result.arguments);
+    if (!error.isEmpty())
+        return refusal(error);
     result.arguments.command = command->command;
     result.arguments.operands = operands;
     return result;

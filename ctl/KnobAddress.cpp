@@ -37,7 +37,7 @@ KnobAddresses::Error KnobAddresses::parse(const QString& text, KnobAddress* addr
 {
     const qsizetype dot = text.indexOf(u'.');
     address->isWholeKnob = dot < 0;
-    if (const Error error = parseKnobs(text.first(dot < 0 ? text.size() : dot), address); !error.isEmpty())
+    if (Error error = parseKnobs(text.first(dot < 0 ? text.size() : dot), address); !error.isEmpty())
         return error;
     address->settings.resize(k_numOfSettings);
     std::iota(address->settings.begin(), address->settings.end(), 0);
@@ -60,7 +60,7 @@ KnobAddresses::Error KnobAddresses::parseAssignment(const QString& text, Setting
     if (equals < 0)
         return QStringLiteral("\"%1\" sets nothing: KNOB.SETTING=VALUE, such as 3.cc=10").arg(text);
     KnobAddress address;
-    if (const Error error = parse(text.first(equals), &address); !error.isEmpty())
+    if (Error error = parse(text.first(equals), &address); !error.isEmpty())
         return error;
     if (address.isWholeKnob)
         return QStringLiteral("\"%1\" names no setting: KNOB.SETTING=VALUE, such as 3.cc=10").arg(text);

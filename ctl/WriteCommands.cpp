@@ -126,7 +126,7 @@ QString parseKnobs(const QStringList& operands, QList<std::size_t>* knobs)
 {
     for (const QString& operand : operands) {
         KnobAddress address;
-        if (const QString error = KnobAddresses::parse(operand, &address); !error.isEmpty())
+        if (QString error = KnobAddresses::parse(operand, &address); !error.isEmpty())
             return error;
         if (!address.isWholeKnob)
             return QStringLiteral("\"%1\" is no knob: 1 to %2, such as 3, 1-4 or all").arg(operand).arg(k_numOfKnobs);
@@ -163,13 +163,13 @@ CtlStatus runCopy(const CtlContext& context)
 {
     QList<std::size_t> from;
     QList<std::size_t> to;
-    for (const QString& error : {parseKnobs(context.arguments.operands.first(1), &from),
-                                 parseKnobs(context.arguments.operands.sliced(1), &to)}) {
-        if (!error.isEmpty())
-            return fail(context, CtlStatus::WrongUse, error);
-    }
-    if (from.size() != 1)
-        return fail(context, CtlStatus::WrongUse, QStringLiteral("copy takes the settings of one knob, 1 to 8"));
+    QString error = parseKnobs(context.arguments.operands.first(1), &from);
+    if (error.isEmpty())
+        error = parseKnobs(context.arguments.operands.sliced(1), &to);
+    if (error.isEmpty() && from.size() != 1)
+        error = QStringLiteral("copy takes the settings of one knob, 1 to 8");
+    if (!error.isEmpty())
+        return fail(context, CtlStatus::WrongUse, error);
     CSettingsSources sources(context);
     const CtlStatus status = sources.openDevice();
     if (status != CtlStatus::Done)

@@ -33,7 +33,7 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     CStopRequest stop;
-    g_stop = &stop;
+    g_stop = &stop; // cppcheck-suppress danglingLifetime; a signal that comes later finds the process gone
     listenToSignals();
     MIDIPlatform::setProgramName(k_ctlProgramName);
     return runCtl(QCoreApplication::arguments().mid(1), STDOUT_FILENO, STDERR_FILENO, stop);
