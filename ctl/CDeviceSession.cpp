@@ -87,17 +87,26 @@ CtlStatus CDeviceSession::find()
         return failed(CtlStatus::NoDevice, QStringLiteral("no device: this system has no MIDI ports"));
     if (ports.getInputPortByName(m_options.port) < 0 || ports.getOutputPortByName(m_options.port) < 0)
         return failed(CtlStatus::NoDevice, QStringLiteral("no device: there is no port \"%1\"").arg(m_options.port));
+    // Once before the ports are opened, so that one who waits disturbs nobody; and again with them open, so that of two
+    // that begin together one at least sees the other.
+    if (const CtlStatus status = checkIsFree(); status != CtlStatus::Done)
+        return status;
     CWireListener& listener = *this;
     m_memory = std::make_unique<CDeviceMemory>(m_options.port, listener, m_options.holdsBack);
-    if (!m_memory->isConnectOutput())
+    if (!m_memory->isConnectOutput()) {
         return failed(
             CtlStatus::NoDevice,
             QStringLiteral("the port \"%1\" cannot be opened; another program may have it").arg(m_options.port));
-    // Asked with the own ports open, so that of two that begin together one at least sees the other.
-    const QStringList others = MIDIPlatform::otherPrograms();
-    for (const QString& holder :
-         {QString(QLatin1StringView(k_editorProgramName)), QString(QLatin1StringView(k_ctlProgramName))}) {
-        if (!m_options.force && others.contains(holder))
+    }
+    return checkIsFree();
+}
+
+CtlStatus CDeviceSession::checkIsFree()
+{
+    const QStringList others = m_options.force ? QStringList() : MIDIPlatform::otherPrograms();
+    for (const char* program : {k_editorProgramName, k_ctlProgramName}) {
+        const QString holder = QString::fromLatin1(program);
+        if (others.contains(holder))
             return failed(
                 CtlStatus::NoDevice,
                 QStringLiteral("\"%1\" is running and has the device; --force goes on beside it").arg(holder));

@@ -111,6 +111,7 @@ class CDeviceSession : public QObject, private CWireListener
     };
 
     [[nodiscard]] CtlStatus find();
+    [[nodiscard]] CtlStatus checkIsFree();
     [[nodiscard]] CtlStatus connectDevice(QDeadlineTimer deadline);
     [[nodiscard]] CtlStatus shakeHands(QDeadlineTimer deadline);
     [[nodiscard]] CtlStatus watchConnection();

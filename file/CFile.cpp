@@ -69,7 +69,7 @@ const QString& CFile::currentPath() const
 QString CFile::read(const QString& name, ReadingNotes* notes)
 {
     ReadingNotes found;
-    const QString error = readDocument(name, found, notes != nullptr);
+    QString error = readDocument(name, found, notes != nullptr);
     if (notes != nullptr)
         *notes = found;
     return error;

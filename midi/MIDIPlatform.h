@@ -39,7 +39,7 @@ namespace MIDIPlatform
 /// The name of the device that the endpoint belongs to; a null string when there is none.
 [[nodiscard]] QString deviceName(MIDIEndpoint endpoint);
 
-/// The names of the programs that use the MIDI system just now, each once, without this one. Empty where the system
+/// The names of the programs that have ports of their own just now, each once, without this one. Empty where the system
 /// does not tell.
 [[nodiscard]] QStringList otherPrograms();
 

@@ -119,9 +119,9 @@ QStringList otherClientNames()
     snd_seq_client_info_alloca(&client);
     snd_seq_client_info_set_client(client, -1);
     while (snd_seq_query_next_client(sequencer.get(), client) >= 0) {
-        // The kernel's own clients have no process.
+        // The kernel's own clients have no process, and who only looks has no ports.
         const int process = snd_seq_client_info_get_pid(client);
-        if (process >= 0 && process != getpid())
+        if (process >= 0 && process != getpid() && snd_seq_client_info_get_num_ports(client) > 0)
             names.append(QString::fromUtf8(snd_seq_client_info_get_name(client)));
     }
     names.removeDuplicates();

@@ -45,6 +45,7 @@ class CPortList_ALSA
     QList<ALSAPort> m_ports;
 };
 
-/// The names of the sequencer's clients that belong to other processes, each once, without sound cards and the system.
+/// The names of the sequencer's clients with ports that belong to other processes, each once, without sound cards and
+/// the system.
 /// Empty without a sequencer.
 [[nodiscard]] QStringList otherClientNames();

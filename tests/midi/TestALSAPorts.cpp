@@ -158,9 +158,9 @@ void TestALSAPorts::programsAreThoseOfOtherProcesses()
     const auto own = MIDIPlatform::createInput();
     QCOMPARE(own->initialize(), 0);
     QCOMPARE(MIDIPlatform::otherPrograms(), QStringList());
-    FakeALSA::addClient("Sequencer");
-    FakeALSA::addClient("Sequencer");
-    FakeALSA::addClient(k_editorProgramName);
+    FakeALSA::addClient("Onlooker");
+    for (const char* name : {"Sequencer", "Sequencer", k_editorProgramName})
+        FakeALSA::addPort(FakeALSA::addClient(name), "Port");
     QCOMPARE(MIDIPlatform::otherPrograms(), (QStringList{"Sequencer", k_editorProgramName}));
     FakeALSA::setAvailable(false);
     QCOMPARE(MIDIPlatform::otherPrograms(), QStringList());

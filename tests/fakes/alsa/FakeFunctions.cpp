@@ -15,6 +15,7 @@ struct _snd_seq_client_info
     int client;
     int card;
     int process;
+    int ports;
     char name[64];
 };
 
@@ -189,6 +190,11 @@ int snd_seq_client_info_get_pid(const snd_seq_client_info_t* info)
     return info->process;
 }
 
+int snd_seq_client_info_get_num_ports(const snd_seq_client_info_t* info)
+{
+    return info->ports;
+}
+
 int snd_card_get_longname(int card, char** name)
 {
     const std::scoped_lock lock(fake().lock);
@@ -214,6 +220,7 @@ int snd_seq_query_next_client(snd_seq_t* /*handle*/, snd_seq_client_info_t* info
     info->client = next->first;
     info->card = next->second.card;
     info->process = processOf(*next);
+    info->ports = static_cast<int>(next->second.ports.size());
     qstrncpy(info->name, next->second.name.constData(), sizeof info->name);
     return 0;
 }
