@@ -39,7 +39,8 @@ bool CConsole::print(const QString& lines)
 
 bool CConsole::printHeading(const QString& line)
 {
-    return writeOutput(isColoured() ? "\033[1m" + printable(line) + "\033[0m" : printable(line));
+    const QByteArray text = printable(line);
+    return writeOutput(isColoured() ? "\033[1m" + text + "\033[0m\n" : text + '\n');
 }
 
 bool CConsole::writeOutput(const QByteArray& bytes)

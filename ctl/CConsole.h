@@ -22,7 +22,7 @@ class CConsole
 
     /// One or more lines, each with its line break, for standard output. false: not written.
     bool print(const QString& lines);
-    bool printHeading(const QString& line); ///< with its line break; bold where that is liked
+    bool printHeading(const QString& line); ///< without its line break; bold where that is liked
 
     /// One line, without program name and line break, for standard error.
     void complain(const QString& line);

@@ -10,14 +10,15 @@ namespace
 {
 constexpr int k_columnWidth = 9;
 
+/// Without its line break.
 QString row(const QStringList& cells, bool isAligned)
 {
     if (!isAligned)
-        return cells.join(u'\t') + u'\n';
+        return cells.join(u'\t');
     QString text;
     for (const QString& cell : cells)
         text += cell.leftJustified(k_columnWidth);
-    return text.trimmed() + u'\n';
+    return text.trimmed();
 }
 
 QJsonValue json(std::size_t setting, std::optional<int> value)
@@ -35,7 +36,7 @@ void SettingsText::printTable(CConsole& console, const SettingsTable& table)
         QStringList cells(QString::number(knob + 1));
         for (std::size_t setting = 0; setting < k_numOfSettings; ++setting)
             cells.append(valueText(setting, table[knob][setting]));
-        rows += row(cells, isAligned);
+        rows += row(cells, isAligned) + u'\n';
     }
     console.print(rows);
 }

@@ -5,6 +5,11 @@
 
 #include <QJsonArray>
 
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace
 {
 constexpr auto k_factoryTable = "knob\tcc\tchannel\tmax\tmin\tled\n"
@@ -60,6 +65,8 @@ class TestCtlReading : public CTestCase
     void handshakeIsTheEditors();
     void verboseTellsEveryMessage();
     void controlCharactersReachNoTerminal();
+    void terminalGetsColumnsAndABoldHeading_data();
+    void terminalGetsColumnsAndABoldHeading();
 };
 
 void TestCtlReading::helpAndVersion()
@@ -468,6 +475,41 @@ void TestCtlReading::controlCharactersReachNoTerminal()
     QVERIFY(fixture.run({"check", name}).output.contains(":5: <key1100> is \"?31m?\" and is taken as 0\n"));
     const CtlOutcome wrong = fixture.run({"\033[31mshow\n"});
     QCOMPARE(wrong.errors, "ktz-jxctl: unknown command \"?[31mshow \"\n");
+}
+
+void TestCtlReading::terminalGetsColumnsAndABoldHeading_data()
+{
+    QTest::addColumn<QByteArray>("noColour");
+    QTest::addColumn<QByteArray>("beginning");
+    QTest::newRow("colours") << QByteArray()
+                             << QByteArray("\033[1mknob     cc       channel  max      min      led\033[0m\r\n");
+    QTest::newRow("NO_COLOR") << QByteArray("1") << QByteArray("knob     cc       channel  max      min      led\r\n");
+}
+
+void TestCtlReading::terminalGetsColumnsAndABoldHeading()
+{
+    QFETCH(QByteArray, noColour);
+    QFETCH(QByteArray, beginning);
+    const QByteArray before = qgetenv("NO_COLOR");
+    qputenv("NO_COLOR", noColour);
+    CtlFixture fixture;
+    const int master = posix_openpt(O_RDWR | O_NOCTTY);
+    QVERIFY(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);
+    const int terminal = open(ptsname(master), O_RDWR | O_NOCTTY);
+    QVERIFY(terminal >= 0);
+    QCOMPARE(runCtl({"show", "factory"}, terminal, STDERR_FILENO, fixture.stop, fixture.times), 0);
+    QByteArray output;
+    std::array<char, 4096> piece{};
+    while (output.count('\n') < 9) {
+        const ssize_t size = read(master, piece.data(), piece.size());
+        QVERIFY(size > 0);
+        output.append(piece.data(), size);
+    }
+    QCOMPARE(output.first(beginning.size()), beginning);
+    QVERIFY(output.contains("\n3        10       1        127      0        concave\r\n"));
+    close(terminal);
+    close(master);
+    qputenv("NO_COLOR", before);
 }
 
 KTZ_TEST(QCoreApplication, TestCtlReading)
