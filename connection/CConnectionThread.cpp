@@ -1,9 +1,9 @@
 #include "connection/CConnectionThread.h"
 
-#include "connection/CConnectionMonitor.h"
+#include "connection/CConnectionWatch.h"
 
-CConnectionThread::CConnectionThread(CConnectionMonitor* monitor, std::chrono::milliseconds keepInterval)
-    : m_monitor(monitor), m_keepInterval(keepInterval)
+CConnectionThread::CConnectionThread(CConnectionWatch* watch, std::chrono::milliseconds keepInterval)
+    : m_watch(watch), m_keepInterval(keepInterval)
 {
 }
 
@@ -21,8 +21,8 @@ void CConnectionThread::stop()
 
 void CConnectionThread::run()
 {
-    while (isContinue() && m_monitor != nullptr) {
-        m_monitor->sendKeepMessage();
+    while (isContinue() && m_watch != nullptr) {
+        m_watch->sendKeepMessage();
         pause();
     }
 }

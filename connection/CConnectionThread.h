@@ -7,9 +7,9 @@
 #include <chrono>
 #include <condition_variable>
 
-class CConnectionMonitor;
+class CConnectionWatch;
 
-/// Has the monitor send a keep message at a fixed interval, until told to stop.
+/// Has the watch send a keep message at a fixed interval, until told to stop.
 ///
 /// Threads  stop() on any other thread. A thread that was stopped does not run again.
 class CConnectionThread : public QThread
@@ -17,8 +17,8 @@ class CConnectionThread : public QThread
     Q_OBJECT
 
   public:
-    /// Borrows the monitor, which owns this thread and may be null: then there is nothing to do.
-    CConnectionThread(CConnectionMonitor* monitor, std::chrono::milliseconds keepInterval);
+    /// Borrows the watch, which owns this thread and may be null: then there is nothing to do.
+    CConnectionThread(CConnectionWatch* watch, std::chrono::milliseconds keepInterval);
 
     /// Ends the pause at once and waits for the thread to end.
     void stop();
@@ -32,7 +32,7 @@ class CConnectionThread : public QThread
     /// Sleeps for one interval or until stop().
     void pause();
 
-    CConnectionMonitor* m_monitor;
+    CConnectionWatch* m_watch;
     std::chrono::milliseconds m_keepInterval;
     CMutex m_mutex;
     std::condition_variable m_stopRequested;

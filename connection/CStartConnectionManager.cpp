@@ -21,12 +21,21 @@ bool CStartConnectionManager::sendStartMessage()
 {
     bool sent = false;
     while (m_waiting) {
-        if (m_memory != nullptr)
-            sent = m_memory->sendMessage(m_portName, k_startMessage, 0);
+        sent = sendOnce();
         // The device gets its whole second after each message.
         std::this_thread::sleep_for(m_startInterval);
     }
     return sent;
+}
+
+bool CStartConnectionManager::sendOnce()
+{
+    return m_memory != nullptr && m_memory->sendMessage(m_portName, k_startMessage, 0);
+}
+
+bool CStartConnectionManager::isAnswered() const
+{
+    return !m_waiting;
 }
 
 void CStartConnectionManager::paramChanged()

@@ -27,6 +27,11 @@ class CStartConnectionManager : public CMemAPIObserver
     /// The result of the last send; false when the answer had come before the first.
     [[nodiscard]] bool sendStartMessage();
 
+    /// The steps of it, for a caller that gives up at last: one start message, and whether one was answered.
+    /// false: not sent.
+    [[nodiscard]] bool sendOnce();
+    [[nodiscard]] bool isAnswered() const;
+
     void paramChanged() override;
 
   private:

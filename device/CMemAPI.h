@@ -111,7 +111,7 @@ class CMemAPI : public CMIDITransportObserver
 
   protected:
     /// Sends ready bytes to an open output, one message at a time whatever thread calls.
-    [[nodiscard]] bool sendBytes(CMIDIOutput& output, const QByteArray& message);
+    [[nodiscard]] virtual bool sendBytes(CMIDIOutput& output, const QByteArray& message);
 
     void createPortDirectory(std::unique_ptr<CMIDIPort> directory);
 

@@ -1,6 +1,5 @@
 #include "device/CMemAPIWrapper.h"
 
-#include "app/common/Constants.h"
 #include "device/CMessageManagerWrapper.h"
 #include "device/CParamManagerWrapper.h"
 #include "midi/CMIDIOutput.h"
@@ -8,7 +7,7 @@
 
 #include <algorithm>
 
-CMemAPIWrapper::CMemAPIWrapper() = default;
+CMemAPIWrapper::CMemAPIWrapper(const QString& portName) : m_portName(portName) {}
 
 CMemAPIWrapper::~CMemAPIWrapper()
 {
@@ -18,18 +17,28 @@ CMemAPIWrapper::~CMemAPIWrapper()
 
 void CMemAPIWrapper::initialize()
 {
+    createTables();
+    openPorts(std::make_unique<CMIDIPortWrapper>());
+}
+
+void CMemAPIWrapper::createTables()
+{
     m_codec = std::make_unique<CMessageManagerWrapper>();
     m_store = std::make_unique<CParamManagerWrapper>();
     m_copyBuffer = std::make_unique<CParamManager>();
     m_knobValues = std::make_unique<CParamManager>();
-    // Last, since a device may report as soon as its port is open.
-    createPortDirectory(std::make_unique<CMIDIPortWrapper>());
+}
+
+void CMemAPIWrapper::openPorts(std::unique_ptr<CMIDIPort> directory)
+{
+    // After the tables, since a device may report as soon as its port is open.
+    createPortDirectory(std::move(directory));
     // An absent device is no error here: isConnectOutput() tells.
-    const bool hears = openInput(k_jxEditorPortName);
-    openOutput(k_jxEditorPortName);
+    const bool hears = openInput(m_portName);
+    openOutput(m_portName);
     // Another program may hold the input: a device that cannot be heard is as good as none.
     if (!hears)
-        closeOutput(k_jxEditorPortName);
+        closeOutput(m_portName);
 }
 
 CParamManagerWrapper* CMemAPIWrapper::settings() const
@@ -86,12 +95,12 @@ void CMemAPIWrapper::updateAndSendAllKnobs()
 
 bool CMemAPIWrapper::sendMessage(int type, int id)
 {
-    return sendMessage(k_jxEditorPortName, type, id);
+    return sendMessage(m_portName, type, id);
 }
 
 bool CMemAPIWrapper::requestAllParam()
 {
-    CMIDIOutput* output = getMidiOutputByString(k_jxEditorPortName);
+    CMIDIOutput* output = getMidiOutputByString(m_portName);
     const auto* codec = dynamic_cast<const CMessageManagerWrapper*>(m_codec.get());
     if (output == nullptr || codec == nullptr)
         return true;
@@ -200,5 +209,5 @@ bool CMemAPIWrapper::isEditable(int id) const
 
 bool CMemAPIWrapper::isConnectOutput() const
 {
-    return isConnectOutput(k_jxEditorPortName);
+    return isConnectOutput(m_portName);
 }

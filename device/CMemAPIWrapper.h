@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/common/Constants.h"
 #include "device/CMemAPI.h"
 
 class CMIDIPortWrapper;
@@ -8,11 +9,11 @@ class CParamManagerWrapper;
 
 /// The parameter memory of the KTZ-JX: eight knobs with their settings and a reported value each.
 ///
-/// Opens and uses the port named k_jxEditorPortName alone. Threads, ownership and failure as in CMemAPI.
+/// Opens and uses the port of one name alone. Threads, ownership and failure as in CMemAPI.
 class CMemAPIWrapper : public CMemAPI
 {
   public:
-    CMemAPIWrapper();
+    explicit CMemAPIWrapper(const QString& portName = k_jxEditorPortName);
     ~CMemAPIWrapper() override;
 
     /// Creates codec and tables, lists the ports and opens the device's, if they are there: both or, where the input
@@ -43,7 +44,7 @@ class CMemAPIWrapper : public CMemAPI
 
     using CMemAPI::sendMessage;
 
-    /// To the editor's port.
+    /// To the device's port.
     bool sendMessage(int type, int id);
 
     /// Asks the device for everything it holds. true without an open output or a codec: there is nobody to ask.
@@ -69,6 +70,11 @@ class CMemAPIWrapper : public CMemAPI
     using CMemAPI::isConnectOutput;
     [[nodiscard]] bool isConnectOutput() const;
 
+  protected:
+    /// The two halves of initialize(). Without the second there are tables and a codec, and no device.
+    void createTables();
+    void openPorts(std::unique_ptr<CMIDIPort> directory);
+
   private:
     [[nodiscard]] CParamManagerWrapper* settings() const;
     void developChangeParam(const ParamList& data);
@@ -78,4 +84,5 @@ class CMemAPIWrapper : public CMemAPI
     std::unique_ptr<CParamManager> m_copyBuffer;
     std::unique_ptr<CParamManager> m_knobValues;
     ParamList m_backup;
+    const QString m_portName;
 };

@@ -1,8 +1,20 @@
 #include "file/CDocumentGuard.h"
 
+#include <algorithm>
+
 bool CDocumentGuard::accepts(QStringView document)
 {
-    return CDocumentGuard(document).scan();
+    return refusedLine(document) == 0;
+}
+
+int CDocumentGuard::refusedLine(QStringView document)
+{
+    CDocumentGuard guard(document);
+    if (guard.scan())
+        return 0;
+    // It stopped behind the tag's beginning, or at the document's end.
+    const qsizetype tag = document.first(guard.m_position).lastIndexOf(u'<');
+    return int(document.first(std::max<qsizetype>(tag, 0)).count(u'\n')) + 1;
 }
 
 CDocumentGuard::CDocumentGuard(QStringView document) : m_document(document) {}

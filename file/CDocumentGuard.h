@@ -14,6 +14,9 @@ class CDocumentGuard
     /// a tag or comment without an end.
     [[nodiscard]] static bool accepts(QStringView document);
 
+    /// The line, counted from 1, that the document is refused for; 0 when it is accepted.
+    [[nodiscard]] static int refusedLine(QStringView document);
+
     // A file of ours has 2 KB, 101 tags, 4 levels and 1 attribute.
     static constexpr qint64 k_sizeLimit = qint64{1024} * 1024; ///< bytes of a file; checked by who reads it
     static constexpr int k_tagLimit = 2000;                    ///< tags, comments and instructions

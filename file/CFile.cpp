@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QDomDocument>
+#include <QFileInfo>
 #include <QHash>
 #include <QSaveFile>
 #include <QStandardPaths>
@@ -23,6 +24,23 @@ QString decoded(const QByteArray& bytes)
     QStringDecoder decoder(encoding, QStringDecoder::Flag::Stateless);
     const QString text = decoder(bytes);
     return decoder.hasError() ? QString() : text;
+}
+
+// For a file that could not be read.
+QString whyUnreadable(const QString& name)
+{
+    const QFileInfo info(name);
+    if (info.isDir())
+        return QStringLiteral("is a folder");
+    if (!info.exists())
+        return QStringLiteral("does not exist");
+    if (!info.isFile())
+        return QStringLiteral("is no regular file");
+    if (!info.isReadable())
+        return QStringLiteral("may not be read");
+    if (info.size() > CDocumentGuard::k_sizeLimit)
+        return QStringLiteral("is larger than any settings file");
+    return QStringLiteral("cannot be read");
 }
 
 bool writeDocument(const QDomDocument& document, QSaveFile& file)
@@ -48,18 +66,49 @@ const QString& CFile::currentPath() const
     return m_currentPath;
 }
 
-QString CFile::read(const QString& name)
+QString CFile::read(const QString& name, ReadingNotes* notes)
+{
+    ReadingNotes found;
+    QString error = readDocument(name, found, notes != nullptr);
+    if (notes != nullptr)
+        *notes = found;
+    return error;
+}
+
+QString CFile::readDocument(const QString& name, ReadingNotes& notes, bool isNoteWanted)
 {
     const std::optional<QByteArray> bytes = readRegularFile(name, CDocumentGuard::k_sizeLimit);
-    if (!bytes)
+    if (!bytes) {
+        notes.append({0, whyUnreadable(name)});
         return k_openError;
+    }
     // The parser gets the very text that was looked at, whatever encoding the document claims to have.
     const QString text = decoded(*bytes);
     QDomDocument document;
-    if (!CDocumentGuard::accepts(text) || !document.setContent(text, true))
+    if (bytes->isEmpty()) {
+        notes.append({0, QStringLiteral("is empty")});
         return k_openError;
-    if (document.doctype().name() != getDocType())
+    }
+    if (text.isNull()) {
+        notes.append({0, QStringLiteral("the bytes are no text in the encoding that they begin with")});
         return k_openError;
+    }
+    if (const int line = CDocumentGuard::refusedLine(text); line != 0) {
+        notes.append({line, QStringLiteral("a tag without an end, or more than a settings file ever holds")});
+        return k_openError;
+    }
+    QString fault;
+    int line = 0;
+    if (!document.setContent(text, true, &fault, &line)) {
+        notes.append({line, QStringLiteral("no XML: ") + fault.remove(u'.')});
+        return k_openError;
+    }
+    if (document.doctype().name() != getDocType()) {
+        notes.append({0, QStringLiteral("no settings file: the document type is not ") + getDocType()});
+        return k_openError;
+    }
+    if (isNoteWanted)
+        notes += notesOn(document);
     return parseData(document);
 }
 
@@ -77,6 +126,11 @@ QString CFile::write(const QString& name)
     // Only here does the new file, an empty one after an error, take the old one's place.
     const bool saved = file.commit();
     return error.isEmpty() && !saved ? k_saveError : error;
+}
+
+ReadingNotes CFile::notesOn(const QDomDocument& /*document*/) const
+{
+    return {};
 }
 
 QString CFile::setParamToElement(const ParamList& list, QDomDocument* document, QDomElement* parent)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "device/DeviceParams.h"
+#include "file/ReadingNotes.h"
 
 #include <QString>
 
@@ -48,7 +49,8 @@ class CFile
     /// in either case, gets it.
     bool saveAsFile();
 
-    [[nodiscard]] QString read(const QString& name);
+    /// notes   when not null, gets why the file was refused, or what of it was not taken as it stands.
+    [[nodiscard]] QString read(const QString& name, ReadingNotes* notes = nullptr);
     [[nodiscard]] QString write(const QString& name);
 
     /// Adds one child element to the parent for each entry; maps become elements within elements.
@@ -60,6 +62,9 @@ class CFile
     /// Takes over what a document of the right type says.
     [[nodiscard]] virtual QString parseData(const QDomDocument& document) = 0;
 
+    /// What parseData() refuses of a document, ignores or takes otherwise, in the order of its lines.
+    [[nodiscard]] virtual ReadingNotes notesOn(const QDomDocument& document) const;
+
     /// Fills an empty document. A failure leaves an empty file behind, the one case in which the old one is lost.
     [[nodiscard]] virtual QString createData(QDomDocument* document) = 0;
 
@@ -70,6 +75,8 @@ class CFile
     [[nodiscard]] virtual QString getExtension() const = 0;
 
   private:
+    [[nodiscard]] QString readDocument(const QString& name, ReadingNotes& notes, bool isNoteWanted);
+
     /// Empty: cancelled.
     [[nodiscard]] QString askForSaveName() const;
     [[nodiscard]] bool writeAndTell(const QString& name);

@@ -12,6 +12,7 @@ class CFileWrapper : public CFile
 
     /// Reads version 1.0 and every later one.
     [[nodiscard]] QString parseData(const QDomDocument& document) override;
+    [[nodiscard]] ReadingNotes notesOn(const QDomDocument& document) const override;
     [[nodiscard]] QString createData(QDomDocument* document) override;
     [[nodiscard]] QString getDocType() const override;
     [[nodiscard]] QString getExtension() const override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -38,6 +38,14 @@ namespace MIDIPlatform
 
 /// The name of the device that the endpoint belongs to; a null string when there is none.
 [[nodiscard]] QString deviceName(MIDIEndpoint endpoint);
+
+/// The names of the programs that have ports of their own just now, each once, without this one. Empty where the system
+/// does not tell.
+[[nodiscard]] QStringList otherPrograms();
+
+/// What otherPrograms() calls this program elsewhere, where the system tells: the editor, until this says otherwise.
+/// Called before anything else.
+void setProgramName(const char* name);
 
 /// A closed port object of this platform, never null; the caller calls initialize() next.
 [[nodiscard]] std::unique_ptr<CMIDIInput> createInput();

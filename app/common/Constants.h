@@ -70,6 +70,10 @@ inline const QString k_jxPortName = QStringLiteral("Trellwick KTZ-JX");
 inline const QString k_jxEditorPortName = QStringLiteral("Trellwick KTZ-JX Port3");
 inline const QString k_space = QStringLiteral(" ");
 
+// What other MIDI programs see of the editor, and of the program without a window
+inline constexpr const char* k_editorProgramName = "KTZ-JX Editor";
+inline constexpr const char* k_ctlProgramName = "KTZ-JX Control";
+
 // Fonts and text
 inline constexpr Qt::GlobalColor k_defaultTextColor = Qt::black;
 inline const QString k_fontGLT7Bold = QStringLiteral("Morlan GLT7 Bold");

@@ -1,7 +1,11 @@
 #include "midi/alsa/ALSASequencer.h"
 
+#include "app/common/Constants.h"
+
 namespace
 {
+const char* g_clientName = k_editorProgramName;
+
 void ignoreError(const char* /*file*/, int /*line*/, const char* /*function*/, int /*status*/, const char* /*format*/,
                  ...)
 {
@@ -19,6 +23,11 @@ void silenceALSA()
     [[maybe_unused]] static const int silenced = snd_lib_error_set_handler(ignoreError);
 }
 
+void setClientName(const char* name)
+{
+    g_clientName = name;
+}
+
 int openSequencer(ALSASequencer* sequencer, int streams, const char* clientName)
 {
     silenceALSA();
@@ -26,7 +35,7 @@ int openSequencer(ALSASequencer* sequencer, int streams, const char* clientName)
     int status = snd_seq_open(&opened, "default", streams, SND_SEQ_NONBLOCK);
     sequencer->reset(status < 0 ? nullptr : opened);
     if (status >= 0)
-        status = snd_seq_set_client_name(opened, clientName);
+        status = snd_seq_set_client_name(opened, clientName != nullptr ? clientName : g_clientName);
     if (status >= 0 && (streams & SND_SEQ_OPEN_INPUT) != 0)
         status = snd_seq_set_client_pool_input(opened, k_queueCells);
     if (status < 0)

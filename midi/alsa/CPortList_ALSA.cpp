@@ -5,6 +5,7 @@
 #include "midi/alsa/ALSASequencer.h"
 
 #include <cstdlib>
+#include <unistd.h>
 
 namespace
 {
@@ -106,4 +107,23 @@ void CPortList_ALSA::addPortsOf(snd_seq_t* sequencer, snd_seq_client_info_t* cli
 const ALSAPort* CPortList_ALSA::at(qsizetype index) const
 {
     return index >= 0 && index < m_ports.size() ? &m_ports[index] : nullptr;
+}
+
+QStringList otherClientNames()
+{
+    QStringList names;
+    ALSASequencer sequencer;
+    if (openSequencer(&sequencer, SND_SEQ_OPEN_DUPLEX) < 0)
+        return names;
+    snd_seq_client_info_t* client = nullptr;
+    snd_seq_client_info_alloca(&client);
+    snd_seq_client_info_set_client(client, -1);
+    while (snd_seq_query_next_client(sequencer.get(), client) >= 0) {
+        // The kernel's own clients have no process, and who only looks has no ports.
+        const int process = snd_seq_client_info_get_pid(client);
+        if (process >= 0 && process != getpid() && snd_seq_client_info_get_num_ports(client) > 0)
+            names.append(QString::fromUtf8(snd_seq_client_info_get_name(client)));
+    }
+    names.removeDuplicates();
+    return names;
 }

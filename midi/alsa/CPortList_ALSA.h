@@ -3,7 +3,7 @@
 #include <alsa/asoundlib.h>
 
 #include <QList>
-#include <QString>
+#include <QStringList>
 
 /// A port of the sequencer as it was when it was listed.
 struct ALSAPort
@@ -44,3 +44,8 @@ class CPortList_ALSA
     const unsigned int m_capabilities;
     QList<ALSAPort> m_ports;
 };
+
+/// The names of the sequencer's clients with ports that belong to other processes, each once, without sound cards and
+/// the system.
+/// Empty without a sequencer.
+[[nodiscard]] QStringList otherClientNames();

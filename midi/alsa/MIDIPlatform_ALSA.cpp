@@ -1,5 +1,6 @@
 #include "midi/MIDIPlatform.h"
 
+#include "midi/alsa/ALSASequencer.h"
 #include "midi/alsa/CMIDIInput_ALSA.h"
 #include "midi/alsa/CMIDIOutput_ALSA.h"
 #include "midi/alsa/CPortList_ALSA.h"
@@ -63,6 +64,16 @@ QString MIDIPlatform::deviceName(MIDIEndpoint endpoint)
 {
     const ALSAPort* port = portOf(endpoint);
     return port != nullptr ? port->deviceName : QString();
+}
+
+QStringList MIDIPlatform::otherPrograms()
+{
+    return otherClientNames();
+}
+
+void MIDIPlatform::setProgramName(const char* name)
+{
+    setClientName(name);
 }
 
 std::unique_ptr<CMIDIInput> MIDIPlatform::createInput()

@@ -64,6 +64,13 @@ QString MIDIPlatform::deviceName(MIDIEndpoint endpoint)
     return nameOf(device);
 }
 
+QStringList MIDIPlatform::otherPrograms()
+{
+    return {}; // CoreMIDI tells nobody who else is there
+}
+
+void MIDIPlatform::setProgramName(const char* /*name*/) {}
+
 std::unique_ptr<CMIDIInput> MIDIPlatform::createInput()
 {
     return std::make_unique<CMIDIInput_Mac>();

@@ -159,6 +159,12 @@ void CSimulatedDevice::dropKeeps(int keeps)
     m_keepsToDrop = keeps;
 }
 
+void CSimulatedDevice::keepSettings(int changes)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_changesToIgnore = changes;
+}
+
 void CSimulatedDevice::goSilent()
 {
     const std::scoped_lock lock(m_mutex);
@@ -300,7 +306,7 @@ QList<QByteArray> CSimulatedDevice::everything() const
 void CSimulatedDevice::takeChange(const QByteArray& message)
 {
     const int knob = DeviceMessages::knobOf(message);
-    if (isKnob(knob))
+    if (isKnob(knob) && !useUp(m_changesToIgnore))
         m_settings.at(static_cast<size_t>(knob)) = DeviceMessages::settingsOf(message);
 }
 

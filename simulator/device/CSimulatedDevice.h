@@ -60,10 +60,11 @@ class CSimulatedDevice
     void advance(qint64 milliseconds);
 
     // Faults on what the device answers and reports.
-    void ignoreStarts(int starts); ///< start messages left unanswered
-    void dropKeeps(int keeps);     ///< keep messages left unanswered
-    void goSilent();               ///< sends nothing any more, nor what was delayed, but goes on to listen
-    void answer();                 ///< ends the silence
+    void ignoreStarts(int starts);  ///< start messages left unanswered
+    void dropKeeps(int keeps);      ///< keep messages left unanswered
+    void keepSettings(int changes); ///< change-parameter messages that change nothing
+    void goSilent();                ///< sends nothing any more, nor what was delayed, but goes on to listen
+    void answer();                  ///< ends the silence
     [[nodiscard]] bool isSilent() const;
     void cutRepliesInto(int bytes);                            ///< bytes a packet; 0 for uncut
     void glueReplies(int messages);                            ///< messages of one answer a packet; 1 for each its own
@@ -103,6 +104,7 @@ class CSimulatedDevice
     CTrafficLog m_log;
     int m_startsToIgnore = 0;
     int m_keepsToDrop = 0;
+    int m_changesToIgnore = 0;
     bool m_silent = false;
     int m_sendsBeforeRefusal = 0;
     int m_sendsToRefuse = 0;

@@ -72,6 +72,19 @@ void CSimulatedSystem::reset()
     m_ports.clear();
     m_packets.clear();
     m_opensToRefuse = 0;
+    m_otherPrograms.clear();
+}
+
+void CSimulatedSystem::setOtherPrograms(const QStringList& names)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_otherPrograms = names;
+}
+
+QStringList CSimulatedSystem::otherPrograms() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_otherPrograms;
 }
 
 void CSimulatedSystem::refuseOpens(int count)

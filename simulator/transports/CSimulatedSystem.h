@@ -53,6 +53,10 @@ class CSimulatedSystem : public CDeviceTransport
     /// editor holds open stay open objects of vanished ports.
     void reset();
 
+    /// Programs that are said to use the system too.
+    void setOtherPrograms(const QStringList& names);
+    [[nodiscard]] QStringList otherPrograms() const;
+
     /// So many of the next openPort() calls are refused.
     void refuseOpens(int count);
 
@@ -106,4 +110,5 @@ class CSimulatedSystem : public CDeviceTransport
     std::map<CMIDIInput_Simulated*, MIDIEndpoint> m_inputs;
     std::deque<SentPacket> m_packets;
     int m_opensToRefuse = 0;
+    QStringList m_otherPrograms;
 };

@@ -46,6 +46,13 @@ QString deviceName(MIDIEndpoint endpoint)
     return CSimulatedSystem::instance().deviceName(endpoint);
 }
 
+QStringList otherPrograms()
+{
+    return CSimulatedSystem::instance().otherPrograms();
+}
+
+void setProgramName(const char* /*name*/) {} // nobody else is in this process
+
 std::unique_ptr<CMIDIInput> createInput()
 {
     return std::make_unique<CMIDIInput_Simulated>();

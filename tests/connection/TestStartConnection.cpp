@@ -25,6 +25,7 @@ class TestStartConnection : public CTestCase
     void resultIsThatOfTheLastSend();
     void answerAfterTheManagerIsGone();
     void withoutAMemory();
+    void singleSteps();
 };
 
 void TestStartConnection::intervalIsOneSecondUnlessToldOtherwise()
@@ -119,6 +120,24 @@ void TestStartConnection::withoutAMemory()
     CStartConnectionManager manager(nullptr, k_jxEditorPortName, k_times);
     manager.paramChanged();
     QVERIFY(!manager.sendStartMessage());
+}
+
+void TestStartConnection::singleSteps()
+{
+    SimulatedDeviceFixture fixture;
+    fixture.plug();
+    fixture.device.ignoreStarts(1);
+    CMemAPIWrapper memory;
+    memory.initialize();
+    CStartConnectionManager start(&memory, k_jxEditorPortName, k_times);
+    QVERIFY(!start.isAnswered());
+    QVERIFY(start.sendOnce());
+    QCOMPARE(fixture.sent(), QStringList{k_start});
+    QVERIFY(!start.isAnswered());
+    QVERIFY(start.sendOnce());
+    QTRY_VERIFY(start.isAnswered());
+    fixture.device.unplug();
+    QVERIFY(!start.sendOnce());
 }
 
 KTZ_TEST(QCoreApplication, TestStartConnection)

@@ -66,3 +66,8 @@ QString MIDIPlatform::deviceName(MIDIEndpoint endpoint)
 {
     return portOf(endpoint).device;
 }
+
+QStringList MIDIPlatform::otherPrograms()
+{
+    return {};
+}

@@ -33,6 +33,8 @@ class TestDocumentGuard : public CTestCase
   private slots:
     void accepts_data();
     void accepts();
+    void tellsTheLineOfTheTagThatItRefuses_data();
+    void tellsTheLineOfTheTagThatItRefuses();
     void takesTimeInProportionToTheLength_data();
     void takesTimeInProportionToTheLength();
 };
@@ -86,6 +88,26 @@ void TestDocumentGuard::accepts()
 {
     QFETCH(QString, document);
     QTEST(CDocumentGuard::accepts(document), "accepted");
+}
+
+void TestDocumentGuard::tellsTheLineOfTheTagThatItRefuses_data()
+{
+    QTest::addColumn<QString>("document");
+    QTest::addColumn<int>("line");
+    QTest::newRow("none") << "<a>\n</a>\n" << 0;
+    QTest::newRow("no tag at all") << "a\nb\n" << 0;
+    QTest::newRow("without an end, on the first line") << "<a" << 1;
+    QTest::newRow("without an end, and lines behind it") << "<a>\n<b\n\n\n" << 2;
+    QTest::newRow("comment without an end") << "<a>\n\n<!-- b\n" << 3;
+    QTest::newRow("internal subset") << "\n<!DOCTYPE a [\n]>\n<a/>" << 2;
+    QTest::newRow("one element too deep")
+        << QStringLiteral("<a>\n").repeated(CDocumentGuard::k_depthLimit + 1) << CDocumentGuard::k_depthLimit + 1;
+}
+
+void TestDocumentGuard::tellsTheLineOfTheTagThatItRefuses()
+{
+    QFETCH(QString, document);
+    QTEST(CDocumentGuard::refusedLine(document), "line");
 }
 
 void TestDocumentGuard::takesTimeInProportionToTheLength_data()

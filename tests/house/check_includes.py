@@ -25,6 +25,7 @@ MAY_INCLUDE = {
     "file": ["device", "app/common"],
     "widgets": ["device", "app/common"],
     "style": ["widgets", "app/common"],
+    "ctl": ["connection", "file", "device", "midi", "app/common"],
     "app": ["style", "widgets", "connection", "file", "device", "midi", "app/common"],
 }
 # The demo is the one program that shows the simulator to people.

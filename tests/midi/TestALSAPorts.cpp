@@ -50,6 +50,7 @@ class TestALSAPorts : public CTestCase
     void onlyWhatCanBeSubscribedToIsListed_data();
     void onlyWhatCanBeSubscribedToIsListed();
     void ownPortsAreLeftOut();
+    void programsAreThoseOfOtherProcesses();
     void endpointsAreCountedOverBothDirections();
     void lastResortIsForEachDirection();
     void hiddenPortsDoNotCount();
@@ -149,6 +150,20 @@ void TestALSAPorts::ownPortsAreLeftOut()
     QCOMPARE(destinationNames().size(), 3);
     output->closePort();
     input->closePort();
+}
+
+void TestALSAPorts::programsAreThoseOfOtherProcesses()
+{
+    FakeALSA::addCardClient("Trellwick KTZ-JX", "Trellwick KTZ-JX at usb-1");
+    const auto own = MIDIPlatform::createInput();
+    QCOMPARE(own->initialize(), 0);
+    QCOMPARE(MIDIPlatform::otherPrograms(), QStringList());
+    FakeALSA::addClient("Onlooker");
+    for (const char* name : {"Sequencer", "Sequencer", k_editorProgramName})
+        FakeALSA::addPort(FakeALSA::addClient(name), "Port");
+    QCOMPARE(MIDIPlatform::otherPrograms(), (QStringList{"Sequencer", k_editorProgramName}));
+    FakeALSA::setAvailable(false);
+    QCOMPARE(MIDIPlatform::otherPrograms(), QStringList());
 }
 
 void TestALSAPorts::endpointsAreCountedOverBothDirections()

@@ -14,6 +14,8 @@ struct _snd_seq_client_info
 {
     int client;
     int card;
+    int process;
+    int ports;
     char name[64];
 };
 
@@ -41,6 +43,15 @@ FakeSequencer& fake()
 unsigned char narrow(int number)
 {
     return static_cast<unsigned char>(number);
+}
+
+/// A client's process: this one for its own, none for the kernel's.
+int processOf(const std::pair<const int, FakeClientState>& client)
+{
+    const auto& [id, state] = client;
+    if (state.handle != nullptr)
+        return getpid();
+    return id == SND_SEQ_CLIENT_SYSTEM || state.card >= 0 ? -1 : 1;
 }
 
 /// As the library does it, the message of a failure goes to the handler, or else to the standard error stream.
@@ -174,6 +185,16 @@ int snd_seq_client_info_get_card(const snd_seq_client_info_t* info)
     return info->card;
 }
 
+int snd_seq_client_info_get_pid(const snd_seq_client_info_t* info)
+{
+    return info->process;
+}
+
+int snd_seq_client_info_get_num_ports(const snd_seq_client_info_t* info)
+{
+    return info->ports;
+}
+
 int snd_card_get_longname(int card, char** name)
 {
     const std::scoped_lock lock(fake().lock);
@@ -198,6 +219,8 @@ int snd_seq_query_next_client(snd_seq_t* /*handle*/, snd_seq_client_info_t* info
         return -ENOENT;
     info->client = next->first;
     info->card = next->second.card;
+    info->process = processOf(*next);
+    info->ports = static_cast<int>(next->second.ports.size());
     qstrncpy(info->name, next->second.name.constData(), sizeof info->name);
     return 0;
 }

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "connection/ConnectionTimes.h"
+
+/// How long the program without a window waits for what.
+struct CtlTimes
+{
+    ConnectionTimes connection = {}; ///< of which startInterval is how long a start message may go unanswered
+    std::chrono::milliseconds startPause{1000}; ///< that the device gets after each, though its answer comes earlier
+    std::chrono::milliseconds answer{1000};     ///< for all settings, before they are asked for again
+    std::chrono::milliseconds values{50};       ///< for the knobs' positions, which follow the settings
+    std::chrono::milliseconds lookPause{100};   ///< between two looks for a device that is not there yet
+};
+
+/// How often the device is asked, before it is said not to answer.
+inline constexpr int k_startAttempts = 3;
+inline constexpr int k_requestAttempts = 3;

@@ -1,0 +1,186 @@
+#include "tests/ctl/CtlFixture.h"
+
+#include <csignal>
+#include <thread>
+#include <unistd.h>
+
+class TestCtlWatch : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void turnsAndChangesAreLines();
+    void jsonIsAnObjectALine();
+    void reportOfWhatIsKnownIsNoChange();
+    void everyTurnOfAFloodIsThere();
+    void endsAfterATime();
+    void endsWhenToldTo();
+    void endsWhenNobodyReads();
+    void endsWithALostDevice();
+    void stopsThoughTheReaderDoesNot();
+
+  private:
+    /// Does something with the device as soon as a watch listens: it has been told everything by then.
+    static void whenWatching(CtlFixture& fixture, const std::function<void()>& act)
+    {
+        auto* timer = new QTimer(&fixture.stop);
+        QObject::connect(timer, &QTimer::timeout, [&fixture, timer, act] {
+            if (!fixture.device.received().contains(k_requestAllBytes))
+                return;
+            // Once more through the event loop: the request has just been sent, its answer is on its way.
+            timer->stop();
+            QTimer::singleShot(50ms, &fixture.stop, act);
+        });
+        timer->start(1ms);
+    }
+
+    /// The lines without their times.
+    static QStringList linesOf(const CtlOutcome& outcome)
+    {
+        QStringList lines = outcome.output.split('\n', Qt::SkipEmptyParts);
+        for (QString& line : lines)
+            line = line.sliced(14);
+        return lines;
+    }
+};
+
+void TestCtlWatch::turnsAndChangesAreLines()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    whenWatching(fixture, [&] {
+        fixture.device.turn(2, 64);
+        fixture.device.setSettings(7, {.cc = 93, .channel = 15, .led = 1});
+        fixture.device.reportSettings(7);
+    });
+    const CtlOutcome outcome = fixture.run({"watch", "--count", "2"});
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(linesOf(outcome), (QStringList{"3.value=64", "8.channel=16 8.led=descend"}));
+    QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
+}
+
+void TestCtlWatch::jsonIsAnObjectALine()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    whenWatching(fixture, [&] {
+        fixture.device.turn(0, 127);
+        fixture.device.setSetting(1, &KnobSettings::led, 2);
+        fixture.device.reportSettings(1);
+    });
+    const CtlOutcome outcome = fixture.run({"watch", "--count", "2", "--json"});
+    const QStringList lines = outcome.output.split('\n', Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 2);
+    QJsonObject turn = QJsonDocument::fromJson(lines[0].toUtf8()).object();
+    QVERIFY(turn.take("time").toDouble(-1) >= 0);
+    QCOMPARE(turn, (QJsonObject{{"knob", 1}, {"value", 127}}));
+    QJsonObject change = QJsonDocument::fromJson(lines[1].toUtf8()).object();
+    QVERIFY(change.take("time").toDouble(-1) >= 0);
+    QCOMPARE(change, (QJsonObject{{"knob", 2}, {"settings", QJsonObject{{"led", "concave"}}}}));
+}
+
+void TestCtlWatch::reportOfWhatIsKnownIsNoChange()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    whenWatching(fixture, [&] {
+        fixture.device.reportSettings(0);
+        fixture.device.turn(0, 1);
+    });
+    QCOMPARE(linesOf(fixture.run({"watch", "--count", "1"})), QStringList("1.value=1"));
+}
+
+void TestCtlWatch::everyTurnOfAFloodIsThere()
+{
+    constexpr int turns = 5000;
+    CtlFixture fixture;
+    fixture.plug();
+    whenWatching(fixture, [&] {
+        for (int i = 0; i < turns; ++i)
+            fixture.device.turn(i % 8, i % 128);
+    });
+    const CtlOutcome outcome = fixture.run({"watch", "--count", QString::number(turns)});
+    const QStringList lines = linesOf(outcome);
+    QCOMPARE(lines.size(), turns);
+    for (int i = 0; i < turns; ++i)
+        QCOMPARE(lines[i], QStringLiteral("%1.value=%2").arg(i % 8 + 1).arg(i % 128));
+}
+
+void TestCtlWatch::endsAfterATime()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    const CtlOutcome outcome = fixture.run({"watch", "--for", "0.01"});
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.output + outcome.errors, QString());
+    QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
+}
+
+void TestCtlWatch::endsWhenToldTo()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    whenWatching(fixture, [&] { fixture.stop.request(SIGINT); });
+    const CtlOutcome outcome = fixture.run({"watch"});
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
+}
+
+void TestCtlWatch::endsWhenNobodyReads()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    int ends[2];
+    QCOMPARE(pipe(ends), 0);
+    close(ends[0]);
+    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    whenWatching(fixture, [&] { fixture.device.turn(0, 1); });
+    QCOMPARE(runCtl({"watch"}, ends[1], STDERR_FILENO, fixture.stop, fixture.times), 0);
+    QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
+    std::signal(SIGPIPE, before);
+    close(ends[1]);
+}
+
+void TestCtlWatch::endsWithALostDevice()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    fixture.times.connection.keepInterval = 2ms;
+    whenWatching(fixture, [&] {
+        fixture.device.turn(0, 1);
+        fixture.device.unplug();
+    });
+    const CtlOutcome outcome = fixture.run({"watch"});
+    QCOMPARE(outcome.status, int(CtlStatus::NoAnswer));
+    QCOMPARE(linesOf(outcome), QStringList("1.value=1"));
+    QCOMPARE(outcome.errors, "ktz-jxctl: the connection to the device is lost\n");
+}
+
+void TestCtlWatch::stopsThoughTheReaderDoesNot()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    int ends[2];
+    QCOMPARE(pipe(ends), 0);
+    // Much more than a pipe takes.
+    whenWatching(fixture, [&] {
+        for (int i = 0; i < 10'000; ++i)
+            fixture.device.turn(0, i % 128);
+    });
+    std::jthread other([&] {
+        while (!fixture.device.received().contains(k_requestAllBytes))
+            std::this_thread::yield();
+        std::this_thread::sleep_for(200ms);
+        fixture.stop.request(SIGTERM);
+    });
+    QCOMPARE(runCtl({"watch"}, ends[1], STDERR_FILENO, fixture.stop, fixture.times), 0);
+    other.join();
+    QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
+    close(ends[0]);
+    close(ends[1]);
+}
+
+KTZ_TEST(QCoreApplication, TestCtlWatch)
+#include "TestCtlWatch.moc"
