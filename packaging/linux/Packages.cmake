@@ -40,7 +40,10 @@ set(CPACK_RPM_SPEC_MORE_DEFINE "\
 %global clamp_mtime_to_source_date_epoch 1")
 set(CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION
     /usr/share/man /usr/share/man/man1 /usr/share/metainfo /usr/share/mime /usr/share/mime/packages
-    /usr/share/dbus-1 /usr/share/dbus-1/services /usr/share/applications /usr/share/icons /usr/share/icons/hicolor)
+    /usr/share/dbus-1 /usr/share/dbus-1/services /usr/share/applications /usr/share/icons /usr/share/icons/hicolor
+    /usr/share/bash-completion /usr/share/bash-completion/completions /usr/share/zsh /usr/share/zsh/site-functions
+    /usr/share/fish /usr/share/fish/vendor_completions.d /usr/lib/udev /usr/lib/udev/rules.d /usr/lib/systemd
+    /usr/lib/systemd/user)
 foreach(size scalable ${ktz_icon_sizes})
     if(NOT size STREQUAL scalable)
         set(size ${size}x${size})
