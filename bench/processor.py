@@ -24,6 +24,7 @@ class Peer:
         self.own = {rate: [] for rate in RATES}      # milliseconds of processor time in a second
         self.servers = {rate: [] for rate in RATES}
         self.painted = {}                            # (rectangles, megapixels) a second
+        self.refused = {rate: 0 for rate in RATES}   # reports for which the program's queue had no room
 
     def under_load(self, rate, work):
         """Calls work while the reports come, once they have come for a while."""
@@ -31,9 +32,9 @@ class Peer:
         self.source.stdin.flush()
         time.sleep(SETTLE)
         result = work()
-        refused = int(self.source.stdout.readline())
-        if refused or self.program.poll() is not None:
-            raise RuntimeError(f"{refused} reports refused, or the program has ended")
+        self.refused[rate] += int(self.source.stdout.readline())
+        if self.program.poll() is not None:
+            raise RuntimeError("the program has ended")
         return result
 
     def measure(self, rate):
@@ -67,15 +68,16 @@ def take_turns(peers, counter, rounds):
 
 def print_and_judge(title, peers, editor, other, target, verdicts):
     print(title)
-    print_header("processor time a second", "its X server's", "painted a second")
+    print_header("processor time a second", "its X server's", "painted a second", "reports refused")
     for rate in RATES:
         for name, peer in peers.items():
             rectangles, megapixels = peer.painted[rate]
             print_row(f"{name} at {rate} a second", spread(peer.own[rate], "ms"), spread(peer.servers[rate], "ms"),
-                      f"{rectangles:.0f}, {megapixels:.2f} Mpx")
+                      f"{rectangles:.0f}, {megapixels:.2f} Mpx", str(peer.refused[rate]))
     for rate in RATES:
         mine, others = peers[editor], peers[other]
         verdicts.at_least(f"{editor} paints at {rate} a second, rectangles", mine.painted[rate][0], 1)
         verdicts.at_least(f"{other} paints at {rate} a second, rectangles", others.painted[rate][0], 1)
+        verdicts.at_most(f"reports refused by {editor} at {rate} a second", mine.refused[rate], 0)
         verdicts.at_most(f"processor time at {rate} a second, {editor} / {other}",
                          statistics.median(mine.own[rate]) / statistics.median(others.own[rate]), target)
