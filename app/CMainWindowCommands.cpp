@@ -83,6 +83,8 @@ void CMainWindow::setEditMenuEnable()
 void CMainWindow::conViewSelect(int index)
 {
     m_selectedView = index;
+    for (int knob = 0; knob < m_views.size(); ++knob)
+        m_views[knob]->setMarked(knob == index);
 }
 
 void CMainWindow::revert()

@@ -8,6 +8,7 @@
 #include "widgets/CKnobLED.h"
 #include "widgets/CSlideEditor.h"
 #include "widgets/CTextSlider.h"
+#include "widgets/SelectionMark.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -15,6 +16,7 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QPointer>
 
 #include <algorithm>
@@ -47,6 +49,10 @@ static_assert(std::ranges::equal(k_editors, k_settingParams, {}, &Editor::catego
 // The controls of a page by their codes: the knob, then the editors.
 constexpr int k_wholeKnob = 0;
 constexpr int k_firstEditor = 1;
+
+// The mark takes in what belongs to the control on the skin: the knob's number, a field's caption.
+constexpr QRect k_knobMarkRect{1, 1, 85, 88};
+constexpr QMargins k_editorMarkMargins{5, 13, 6, 5};
 
 /// The code of the control for a category; the whole knob for any unknown one.
 int controlOf(int category)
@@ -144,11 +150,25 @@ void CControlView::setAllDefaultParamsToMemAPI()
         m_memory->setParam(editor->controllerID(), *value++);
 }
 
+QList<CSlideEditor*> CControlView::editorsFromTheTop() const
+{
+    QList<CSlideEditor*> editors = m_editors;
+    std::ranges::sort(editors, {}, &QWidget::y);
+    return editors;
+}
+
+void CControlView::select(int control, QWidget* widget)
+{
+    updateMark();
+    m_selectedControl = control;
+    m_selectedSlider = widget;
+    updateMark();
+    emit selected(m_numOfKnob);
+}
+
 void CControlView::knobSelect()
 {
-    m_selectedControl = k_wholeKnob;
-    m_selectedSlider = m_knob;
-    emit selected(m_numOfKnob);
+    select(k_wholeKnob, m_knob);
 }
 
 void CControlView::sliderSelect(QWidget* slider)
@@ -156,14 +176,41 @@ void CControlView::sliderSelect(QWidget* slider)
     const auto* editor = qobject_cast<CSlideEditor*>(slider);
     if (editor == nullptr)
         return;
-    m_selectedControl = controlOf(editor->controllerID() - m_numOfKnob);
-    m_selectedSlider = slider;
-    emit selected(m_numOfKnob);
+    select(controlOf(editor->controllerID() - m_numOfKnob), slider);
 }
 
 CSlideEditor* CControlView::selectedEditor() const
 {
     return qobject_cast<CSlideEditor*>(m_selectedSlider);
+}
+
+QRect CControlView::markRect() const
+{
+    if (m_selectedControl == k_wholeKnob)
+        return k_knobMarkRect;
+    return k_editors[static_cast<std::size_t>(m_selectedControl - k_firstEditor)].place + k_editorMarkMargins;
+}
+
+void CControlView::setMarked(bool isMarked)
+{
+    m_isMarked = isMarked;
+    updateMark();
+}
+
+void CControlView::updateMark()
+{
+    update(markRect());
+}
+
+void CControlView::paintEvent(QPaintEvent*)
+{
+    if (!m_isMarked)
+        return;
+    const QWidget* focus = window()->focusWidget();
+    const CSlideEditor* editor = selectedEditor();
+    const bool takesKeys = editor != nullptr ? editor->isAncestorOf(focus) : focus == this;
+    QPainter painter(this);
+    SelectionMark::paint(painter, markRect(), takesKeys ? SelectionMark::Shape::Frame : SelectionMark::Shape::Corners);
 }
 
 bool CControlView::isCopied(const QMimeData& mimeData)

@@ -60,8 +60,13 @@ class CSlideEditor : public QWidget, public CMemAPIProxy
     void selected(QWidget* editor);
     void valueChanged(int value);
 
+  protected:
+    /// A digit that neither part has taken begins to type.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void connectPart(QAbstractSlider* part);
+    void takeFocus(int action);
 
     QAbstractSlider* m_slider = nullptr; ///< child
     CSpinButton* m_spinButton = nullptr; ///< child
