@@ -47,12 +47,8 @@ void CMainWindow::createShortcuts()
 
 void CMainWindow::goToPage(int knob)
 {
-    if (m_lockCount > 0)
-        return;
-    // First the focus, whose way ends what is typed elsewhere, and that selects too.
-    m_views[knob]->setFocus(Qt::ShortcutFocusReason);
-    m_views[knob]->knobSelect();
-    setEditMenuEnable();
+    if (m_lockCount == 0)
+        m_views[knob]->goTo();
 }
 
 QWidgetList CMainWindow::places() const
@@ -93,12 +89,10 @@ bool CMainWindow::focusNextPrevChild(bool next)
         index = (index + step) % all.size();
     while (!takesFocus(all[index]));
 
-    if (auto* editor = qobject_cast<CSlideEditor*>(all[index])) {
-        editor->focusOnSlider();
-        editor->editorSelect();
-    } else {
+    if (auto* editor = qobject_cast<CSlideEditor*>(all[index]))
+        editor->goTo();
+    else
         all[index]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-    }
     return true;
 }
 

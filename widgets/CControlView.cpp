@@ -29,6 +29,7 @@ namespace
 struct Editor
 {
     ParamCategory category;
+    const char* name; ///< as it is spoken
     QRect place;
     const QString* mimeType; ///< in which the setting is copied
     const QString* pictures; ///< a strip with one for each value, which the editor shows; null for the number
@@ -37,11 +38,11 @@ struct Editor
 
 /// In the order of the settings, in which they are also built.
 constexpr std::array k_editors{
-    Editor{k_ccNumCategory, k_ccNumRect, &k_mimeType_CCNum, nullptr, 0},
-    Editor{k_midiChCategory, k_midiChRect, &k_mimeType_MIDICh, nullptr, 1},
-    Editor{k_maxCategory, k_maxRect, &k_mimeType_Max, nullptr, 0},
-    Editor{k_minCategory, k_minRect, &k_mimeType_Min, nullptr, 0},
-    Editor{k_ledTypeCategory, k_ledTypeRect, &k_mimeType_LEDType, &k_knobLEDTypeImagePath, 0},
+    Editor{k_ccNumCategory, "CC number", k_ccNumRect, &k_mimeType_CCNum, nullptr, 0},
+    Editor{k_midiChCategory, "MIDI channel", k_midiChRect, &k_mimeType_MIDICh, nullptr, 1},
+    Editor{k_maxCategory, "Maximum", k_maxRect, &k_mimeType_Max, nullptr, 0},
+    Editor{k_minCategory, "Minimum", k_minRect, &k_mimeType_Min, nullptr, 0},
+    Editor{k_ledTypeCategory, "LED type", k_ledTypeRect, &k_mimeType_LEDType, &k_knobLEDTypeImagePath, 0},
 };
 static_assert(std::ranges::equal(k_editors, k_settingParams, {}, &Editor::category, &SettingParam::category),
               "a page has one editor for each setting");
@@ -106,6 +107,11 @@ void CControlView::initialize(int knob)
     Utilities::adjustFont(this);
 }
 
+int CControlView::knob() const
+{
+    return m_numOfKnob;
+}
+
 void CControlView::createKnob()
 {
     m_knob = new CKnobLED(this);
@@ -148,6 +154,17 @@ void CControlView::setAllDefaultParamsToMemAPI()
     const auto* value = k_defaultParamList[static_cast<std::size_t>(m_numOfKnob)].begin();
     for (const CSlideEditor* editor : std::as_const(m_editors))
         m_memory->setParam(editor->controllerID(), *value++);
+}
+
+QString CControlView::nameOf(const CSlideEditor* editor) const
+{
+    const qsizetype index = m_editors.indexOf(editor);
+    return index >= 0 ? QLatin1String(k_editors[static_cast<std::size_t>(index)].name) : QString();
+}
+
+CSlideEditor* CControlView::editor(int category) const
+{
+    return m_editors.value(controlOf(category) - k_firstEditor, nullptr);
 }
 
 QList<CSlideEditor*> CControlView::editorsFromTheTop() const
@@ -195,6 +212,18 @@ void CControlView::setMarked(bool isMarked)
 {
     m_isMarked = isMarked;
     updateMark();
+}
+
+bool CControlView::isMarked() const
+{
+    return m_isMarked;
+}
+
+void CControlView::goTo()
+{
+    // First the focus, whose way ends what is typed elsewhere, and that selects too.
+    setFocus(Qt::ShortcutFocusReason);
+    emit m_knob->selected();
 }
 
 void CControlView::updateMark()

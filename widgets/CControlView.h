@@ -37,6 +37,14 @@ class CControlView : public QWidget
     /// Whether the clipboard holds what the selected control takes.
     [[nodiscard]] bool canPaste() const;
 
+    [[nodiscard]] int knob() const;
+
+    /// As it is spoken; empty for an editor of another page.
+    [[nodiscard]] QString nameOf(const CSlideEditor* editor) const;
+
+    /// The editor of a setting; null for a category that is none.
+    [[nodiscard]] CSlideEditor* editor(int category) const;
+
     /// In the order of reading, from the page's top.
     [[nodiscard]] QList<CSlideEditor*> editorsFromTheTop() const;
 
@@ -48,6 +56,10 @@ class CControlView : public QWidget
 
     /// Whether the selected control is marked. False until it is set.
     void setMarked(bool isMarked);
+    [[nodiscard]] bool isMarked() const;
+
+    /// Takes the keys and selects the whole knob, as a click on its ring does.
+    void goTo();
 
     /// Repaints the mark: the focus may have gone to the selected control, or left it.
     void updateMark();

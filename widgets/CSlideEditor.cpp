@@ -88,6 +88,18 @@ void CSlideEditor::focusOnSlider()
         m_slider->setFocus();
 }
 
+void CSlideEditor::goTo()
+{
+    // First the focus, whose way ends what is typed elsewhere, and that selects too.
+    focusOnSlider();
+    editorSelect();
+}
+
+QAbstractSlider* CSlideEditor::slider() const
+{
+    return m_slider;
+}
+
 int CSlideEditor::getValue() const
 {
     return m_slider != nullptr ? m_slider->value() : 0;

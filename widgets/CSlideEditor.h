@@ -42,6 +42,12 @@ class CSlideEditor : public QWidget, public CMemAPIProxy
 
     void focusOnSlider();
 
+    /// Takes the keys and is selected, as by a click.
+    void goTo();
+
+    /// A child; null where there is none.
+    [[nodiscard]] QAbstractSlider* slider() const;
+
     /// The slider's value; 0 and no effect without a slider.
     [[nodiscard]] int getValue() const;
     void setValue(int value);
