@@ -2,6 +2,7 @@
 
 #include "app/CAccessibleWindow.h"
 #include "app/CMainWindow.h"
+#include "app/CValueTeller.h"
 #include "style/CInfoView.h"
 #include "style/COnlineMark.h"
 #include "style/accessible/CAccessibleMark.h"
@@ -93,11 +94,8 @@ void passOnCaret(const QAccessibleTextCursorEvent& event, QObject* field)
 void passOnValue(const QObject* part, CSlideEditor* field)
 {
     // The arrows follow the slider, and would tell everything twice.
-    if (part != field->slider())
-        return;
-    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(field);
-    QAccessibleValueChangeEvent told(field, interface->valueInterface()->currentValue());
-    passOn(&told);
+    if (part == field->slider())
+        AccessibleEditor::tellValue(field);
 }
 
 void passOnFocus(QObject* field)
@@ -107,6 +105,16 @@ void passOnFocus(QObject* field)
 }
 
 } // namespace
+
+void AccessibleEditor::tellValue(QObject* object)
+{
+    static CValueTeller teller([](QObject* changed) {
+        QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(changed);
+        QAccessibleValueChangeEvent told(changed, interface->valueInterface()->currentValue());
+        passOn(&told);
+    });
+    teller.changed(object);
+}
 
 void AccessibleEditor::tell(QAccessibleEvent* event)
 {

@@ -1,5 +1,6 @@
 #include "app/CMainWindow.h"
 
+#include "app/CListening.h"
 #include "app/CMenuManager.h"
 #include "app/CopiedSettings.h"
 #include "app/common/Constants.h"
@@ -119,6 +120,7 @@ void CMainWindow::initialize()
 
     createControlViews();
     initializeSubController(this);
+    m_listening = new CListening(this);
     setAllDefaultParamsToMemAPI();
     createOnlineMark();
     m_overlay = new QWidget(this);

@@ -15,6 +15,7 @@ class CConnectionMonitor;
 class CControlView;
 class CFileWrapper;
 class CInfoView;
+class CListening;
 class CMemAPIWrapper;
 class CMenuManager;
 class CReceptionMonitor;
@@ -119,6 +120,9 @@ class CMainWindow : public CFrame
     void showOverlay(CInfoView* view);
     [[nodiscard]] CControlView* selectedControlView() const;
 
+    /// Tells those who listen what has been done to the selected control.
+    void sayOfSelected(const QString& what);
+
     /// Accepts a number that is being typed, so that no command misses it.
     void finishTyping();
 
@@ -134,6 +138,7 @@ class CMainWindow : public CFrame
     COnlineMark* m_onlineMark = nullptr;
     CConnectionMonitor* m_connectionMonitor = nullptr;
     CReceptionMonitor* m_receptionMonitor = nullptr;
+    CListening* m_listening = nullptr;
     QWidget* m_overlay = nullptr;
     QPointer<CSplashView> m_splash;
     QPointer<CAboutView> m_about;

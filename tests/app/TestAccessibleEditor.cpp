@@ -4,6 +4,7 @@
 #include "tests/support/CTestCase.h"
 #include "widgets/CLineEdit.h"
 #include "widgets/CSpinButton.h"
+#include "widgets/accessible/CRingWatch.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -99,6 +100,8 @@ class TestAccessibleEditor : public CTestCase
     void eventsOfPartsAreTheFields();
     void typedTextIsTheFields();
     void ringTellsWhatTheDeviceReports();
+    void reportsAreToldAFewTimesASecond();
+    void nobodyListens();
     void pageIsFocusedAndSelected();
     void buttonsArePressed();
     void onlineMarkIsChecked();
@@ -331,6 +334,39 @@ void TestAccessibleEditor::ringTellsWhatTheDeviceReports()
     ring->valueInterface()->setCurrentValue(99);
     QCOMPARE(ring->valueInterface()->currentValue().toInt(), 40);
     QVERIFY(!ring->actionInterface());
+}
+
+void TestAccessibleEditor::reportsAreToldAFewTimesASecond()
+{
+    Reader reader;
+    reader.plug();
+    reader.startActive();
+    reader.waitUntilConnected();
+    QAccessible::setActive(true);
+    QTestAccessibility::clearEvents();
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i <= 1000; ++i) {
+        reader.device.turn(2, i % 128);
+        QCoreApplication::processEvents();
+    }
+    QAccessibleValueChangeEvent last(reader.knobLED(2), 1000 % 128);
+    QTRY_VERIFY(QTestAccessibility::containsEvent(&last));
+    // The first, one every 300 ms, and the last.
+    QVERIFY(QTestAccessibility::events().size() <= 2 + timer.elapsed() / 300);
+    QAccessible::setActive(false);
+}
+
+void TestAccessibleEditor::nobodyListens()
+{
+    Reader reader;
+    reader.plug();
+    reader.startActive();
+    QVERIFY(reader.window->findChildren<CRingWatch*>().isEmpty());
+    QAccessible::setActive(true);
+    QCOMPARE(reader.window->findChildren<CRingWatch*>().size(), k_numOfKnobs);
+    QAccessible::setActive(false);
+    QVERIFY(reader.window->findChildren<CRingWatch*>().isEmpty());
 }
 
 void TestAccessibleEditor::pageIsFocusedAndSelected()

@@ -113,7 +113,7 @@ def check_events(window):
     """What is told without being asked for."""
     told = []
     for kind in ("object:state-changed:focused", "object:property-change:accessible-value",
-                 "object:text-changed:insert"):
+                 "object:property-change:accessible-description", "object:text-changed:insert"):
         pyatspi.Registry.registerEventListener(
             lambda event: told.append((event.type.major, event.detail1, event.source.parent.name, event.source.name)),
             kind)
@@ -133,6 +133,49 @@ def check_events(window):
     subprocess.run(["xdotool", "key", "Return"], check=True)
     comes("the typed value", "property-change", "Knob 4", "CC number")
     expect("the typed value", text(child(child(window, "Knob 4"), "CC number")), "5")
+    for keys, page in (("ctrl+c", "Knob 4"), ("ctrl+v", "Knob 5")):
+        do(child(window, page), "SetFocus")
+        comes("the focus of another page", "state-changed", "KTZ-JX Editor", page)
+        subprocess.run(["xdotool", "key", keys], check=True)
+        comes(f"what {keys} did", "property-change", "KTZ-JX Editor", page)
+    expect("the descriptions", [child(window, page).description for page in ("Knob 4", "Knob 5")], ["", "pasted"])
+    expect("the pasted value", text(child(child(window, "Knob 5"), "CC number")), "5")
+
+
+def check_reports(window, panel):
+    """A thousand values that the device reports: a few are told, and the last one soon."""
+    ring = child(window, "Knob 3")[0]
+    told = []
+
+    def hear(event):
+        if event.source == ring:
+            told.append(ring.queryValue().currentValue)  # the event itself does not say
+
+    pyatspi.Registry.registerEventListener(hear, "object:property-change:accessible-value")
+    dials = [node for group in panel for node in group if node.getRole() == pyatspi.ROLE_DIAL]
+    dial = dials[2].queryValue()
+    start = time.monotonic()
+    for number in range(1001):
+        dial.currentValue = number % 128
+    lasted = time.monotonic() - start
+    last = 1000 % 128
+    wait("the last report", lambda: told and told[-1] == last)
+    late = time.monotonic() - start - lasted
+    expect("the ring", (ring.queryValue().currentValue, ring.description), (last, "9 of 15 LEDs lit"))
+    print(f"1,001 reports in {lasted:.1f} s: {len(told)} told, the last one {late:.1f} s later")
+    if len(told) > 5 * (lasted + late) + 2 or late > 2:
+        sys.exit("too many, or too late")
+
+
+def check_loss(window, panel):
+    do(child(panel, "Unplug"), "Press")
+    mark = child(window, "Online")
+    wait("the loss", lambda: not mark.getState().contains(pyatspi.STATE_CHECKED))
+    boxes = wait("the message", lambda: [node for node in window.getApplication() if node.getRole() == pyatspi.ROLE_ALERT
+                                         or node.getRole() == pyatspi.ROLE_DIALOG])
+    texts = [node.name for node in boxes[0]]
+    if not any(name.startswith("Lost the connection.") for name in texts):
+        sys.exit(f"the message says {texts}")
 
 
 def main(demo, folder):
@@ -150,8 +193,9 @@ def main(demo, folder):
         subprocess.run(["xdotool", "search", "--name", "^KTZ-JX Editor$", "windowactivate"], check=True)
         wait("the keyboard", lambda: window.getState().contains(pyatspi.STATE_ACTIVE))
         check_events(window)
-        do(child(window, "Minimise"), "Press")
-        do(child(window, "Keep in front"), "Toggle")
+        panel = child(window.getApplication(), "KTZ-JX device")
+        check_reports(window, panel)
+        check_loss(window, panel)
     finally:
         for process in (editor, window_manager):
             process.terminate()
