@@ -103,7 +103,6 @@ void passOnFocus(QObject* field)
     QAccessibleEvent told(field, QAccessible::Focus);
     passOn(&told);
 }
-
 } // namespace
 
 void AccessibleEditor::tellValue(QObject* object)

@@ -84,7 +84,7 @@ class CMainWindow : public CFrame
     bool event(QEvent* e) override;
 
     /// Goes through the window's buttons and the fields of all pages, page by page from the top, whatever their focus
-    /// policies say of a key. A field that it comes to is selected. false: the window is locked.
+    /// policies say of a key. A field that it comes to is selected. false: the window is locked or hidden.
     bool focusNextPrevChild(bool next) override;
 
     /// By a key: the menu of the selected control, where no field has asked for its own.

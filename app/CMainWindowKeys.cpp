@@ -84,10 +84,12 @@ bool CMainWindow::focusNextPrevChild(bool next)
     const auto takesFocus = [](const QWidget* place) {
         return place->isVisible() && place->isEnabled() && qobject_cast<const CControlView*>(place) == nullptr;
     };
-    qsizetype index = presentPlace(all);
-    do
+    const qsizetype present = presentPlace(all);
+    qsizetype index = (present + step) % all.size();
+    while (index != present && !takesFocus(all[index]))
         index = (index + step) % all.size();
-    while (!takesFocus(all[index]));
+    if (index == present)
+        return false;
 
     if (auto* editor = qobject_cast<CSlideEditor*>(all[index]))
         editor->goTo();

@@ -181,6 +181,7 @@ class TestKeys : public CTestCase
     void tabEndsTyping();
     void nothingBehindAViewGetsTheKeys();
     void viewGivesTheKeysBack();
+    void hiddenWindowHasNowhereToGo();
     void pagesByNumber();
     void digitsBeginTyping_data();
     void digitsBeginTyping();
@@ -294,6 +295,16 @@ void TestKeys::viewGivesTheKeysBack()
     QCOMPARE(keyboard.focused(), -1);
     keyboard.window->findChild<CInfoView*>()->closeView();
     QTRY_COMPARE(keyboard.focused(), 1501);
+}
+
+void TestKeys::hiddenWindowHasNowhereToGo()
+{
+    Keyboard keyboard;
+    keyboard.startActive();
+    keyboard.window->hide();
+    QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+    QApplication::sendEvent(keyboard.window.get(), &tab);
+    QCOMPARE(keyboard.focused(), -1);
 }
 
 void TestKeys::pagesByNumber()
