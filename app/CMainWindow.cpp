@@ -1,5 +1,6 @@
 #include "app/CMainWindow.h"
 
+#include "app/CListening.h"
 #include "app/CMenuManager.h"
 #include "app/CopiedSettings.h"
 #include "app/common/Constants.h"
@@ -18,9 +19,9 @@
 #include "ui_MainWindow.h"
 #include "widgets/CControlView.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QPainter>
 
 #include <array>
@@ -79,6 +80,7 @@ CMainWindow::~CMainWindow()
         proxy->initialize(nullptr);
     }
     QGuiApplication::clipboard()->disconnect(this);
+    qApp->disconnect(this);
     m_memory.reset();
     m_menuManager.reset();
     m_file.reset();
@@ -118,11 +120,14 @@ void CMainWindow::initialize()
 
     createControlViews();
     initializeSubController(this);
+    m_listening = new CListening(this);
     setAllDefaultParamsToMemAPI();
     createOnlineMark();
     m_overlay = new QWidget(this);
     m_overlay->setGeometry(k_viewRect);
     m_overlay->hide();
+    createShortcuts();
+    connect(qApp, &QApplication::focusChanged, this, &CMainWindow::showFocus);
     // Draws the window's face, and so lets go of the large picture it takes, before the splash loads another.
     ensurePolished();
     showSplash();
@@ -149,6 +154,7 @@ void CMainWindow::createControlViews()
         m_views.append(view);
         connect(view, SIGNAL(selected(int)), this, SLOT(conViewSelect(int)));
     }
+    conViewSelect(m_selectedView);
 }
 
 void CMainWindow::initializeSubController(QWidget* widget)
@@ -277,6 +283,7 @@ void CMainWindow::windowLock()
         return;
     }
     m_menuManager->setMenuBarEnabled(false);
+    m_focusBeforeLock = focusWidget();
     m_lockCount = 1;
 }
 
@@ -289,6 +296,9 @@ void CMainWindow::windowUnlock()
     // Whether or not a cursor was set while the window was locked.
     QGuiApplication::restoreOverrideCursor();
     m_lockCount = 0;
+    // The view that had the keys meanwhile goes.
+    if (m_focusBeforeLock && m_overlay != nullptr && m_overlay->isAncestorOf(focusWidget()))
+        m_focusBeforeLock->setFocus();
 }
 
 void CMainWindow::closeEvent(QCloseEvent* e)

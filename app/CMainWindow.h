@@ -15,6 +15,7 @@ class CConnectionMonitor;
 class CControlView;
 class CFileWrapper;
 class CInfoView;
+class CListening;
 class CMemAPIWrapper;
 class CMenuManager;
 class CReceptionMonitor;
@@ -80,6 +81,14 @@ class CMainWindow : public CFrame
     void endInitialize();
 
   protected:
+    bool event(QEvent* e) override;
+
+    /// Goes through the window's buttons and the fields of all pages, page by page from the top, whatever their focus
+    /// policies say of a key. A field that it comes to is selected. false: the window is locked or hidden.
+    bool focusNextPrevChild(bool next) override;
+
+    /// By a key: the menu of the selected control, where no field has asked for its own.
+    void contextMenuEvent(QContextMenuEvent* e) override;
     void mousePressEvent(QMouseEvent* e) override;
     void mouseReleaseEvent(QMouseEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;
@@ -90,10 +99,29 @@ class CMainWindow : public CFrame
     void createControlViews();
     void createOnlineMark();
     void createConnectionMonitors();
+    void createShortcuts();
+
+    /// Selects the whole knob, and gives its page the keys.
+    void goToPage(int knob);
+
+    /// Asks for a context menu as the keyboard's menu key does.
+    void requestContextMenu();
+
+    /// What the focus goes through: the buttons, then each page, which stands for its knob, and its editors.
+    [[nodiscard]] QWidgetList places() const;
+
+    /// Of these, where the focus is, or else the selected control.
+    [[nodiscard]] qsizetype presentPlace(const QWidgetList& places) const;
+
+    /// Repaints the marks that tell what has the focus.
+    void showFocus(QWidget* before, QWidget* now);
 
     /// Raises the overlay for a view that fills it, until the view closes and goes.
     void showOverlay(CInfoView* view);
     [[nodiscard]] CControlView* selectedControlView() const;
+
+    /// Tells those who listen what has been done to the selected control.
+    void sayOfSelected(const QString& what);
 
     /// Accepts a number that is being typed, so that no command misses it.
     void finishTyping();
@@ -110,9 +138,11 @@ class CMainWindow : public CFrame
     COnlineMark* m_onlineMark = nullptr;
     CConnectionMonitor* m_connectionMonitor = nullptr;
     CReceptionMonitor* m_receptionMonitor = nullptr;
+    CListening* m_listening = nullptr;
     QWidget* m_overlay = nullptr;
     QPointer<CSplashView> m_splash;
     QPointer<CAboutView> m_about;
+    QPointer<QWidget> m_focusBeforeLock;
     int m_selectedView = 0;
     QString m_applicationFilePath;
     bool m_applicationFilePending = false;

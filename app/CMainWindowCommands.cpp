@@ -1,5 +1,6 @@
 #include "app/CMainWindow.h"
 
+#include "app/CListening.h"
 #include "app/CMenuManager.h"
 #include "app/Manual.h"
 #include "app/common/CMessageBox.h"
@@ -8,6 +9,7 @@
 #include "file/CFileWrapper.h"
 #include "widgets/CControlView.h"
 #include "widgets/CLineEdit.h"
+#include "widgets/CSlideEditor.h"
 
 void CMainWindow::open()
 {
@@ -57,20 +59,33 @@ void CMainWindow::finishTyping()
         field->accept();
 }
 
+void CMainWindow::sayOfSelected(const QString& what)
+{
+    CControlView* view = selectedControlView();
+    if (view == nullptr || m_listening == nullptr)
+        return;
+    QWidget* editor = view->selectedEditor();
+    m_listening->say(editor != nullptr ? editor : view, what);
+}
+
 void CMainWindow::copy()
 {
     finishTyping();
     CControlView* view = selectedControlView();
-    if (view != nullptr && view->canCopy())
-        view->copy();
+    if (view == nullptr || !view->canCopy())
+        return;
+    view->copy();
+    sayOfSelected(QStringLiteral("copied"));
 }
 
 void CMainWindow::paste()
 {
     finishTyping();
     CControlView* view = selectedControlView();
-    if (view != nullptr && view->canPaste())
-        view->paste();
+    if (view == nullptr || !view->canPaste())
+        return;
+    view->paste();
+    sayOfSelected(QStringLiteral("pasted"));
 }
 
 void CMainWindow::setEditMenuEnable()
@@ -83,6 +98,8 @@ void CMainWindow::setEditMenuEnable()
 void CMainWindow::conViewSelect(int index)
 {
     m_selectedView = index;
+    for (int knob = 0; knob < m_views.size(); ++knob)
+        m_views[knob]->setMarked(knob == index);
 }
 
 void CMainWindow::revert()

@@ -99,3 +99,12 @@ void CMenuManager::setMenuBarEnabled(bool enabled)
     if (m_menuBar != nullptr)
         m_menuBar->setEnabled(enabled);
 }
+
+void CMenuManager::openFirstMenu()
+{
+    if (m_menuBar == nullptr || !m_menuBar->isEnabled())
+        return;
+    QAction* first = m_menuBar->actions().constFirst();
+    m_menuBar->setActiveAction(first);
+    first->menu()->setActiveAction(first->menu()->actions().constFirst());
+}

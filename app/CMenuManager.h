@@ -39,6 +39,9 @@ class CMenuManager : public QObject
 
     void setMenuBarEnabled(bool enabled);
 
+    /// With its first item selected, as a key does. Nothing happens while the bar is disabled.
+    void openFirstMenu();
+
   private:
     QMenuBar* m_menuBar = nullptr;
     QAction* m_copyAction = nullptr;

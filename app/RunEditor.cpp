@@ -1,5 +1,6 @@
 #include "app/RunEditor.h"
 
+#include "app/AccessibleEditor.h"
 #include "app/CApplication.h"
 #include "app/CFatalMessageGuard.h"
 #include "app/CMainWindow.h"
@@ -68,6 +69,7 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, Editor
     static_cast<void>(Utilities::registerSkinFonts());
     QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     QApplication::setWindowIcon(windowIcon());
+    AccessibleEditor::install();
     // The order on the screen: the companion first, so that the editor comes up in front of it.
     [[maybe_unused]] const std::unique_ptr<QWidget> companion = makeCompanion ? makeCompanion() : nullptr;
 

@@ -28,6 +28,7 @@ void CAboutView::initialize(QString editorName, QString version, QString copyrig
 
     auto* closeButton = new COnOffButton(this);
     closeButton->setGeometry(k_closeButtonRect);
+    closeButton->setAccessibleName(QStringLiteral("Close"));
     closeButton->setCombinedImage(skinPixmap(k_closeButtonImagePath));
     closeButton->setHasDownImage(false);
     connect(closeButton, SIGNAL(clicked(bool)), this, SLOT(hideView()));

@@ -22,6 +22,11 @@ void CInfoView::initializeInfo(QString editorName, QString version, QString copy
     m_animation = new QPropertyAnimation(this, "animVariable", this);
 }
 
+QStringList CInfoView::lines() const
+{
+    return {m_editorName, m_version, m_copyright};
+}
+
 int CInfoView::getAnimVariable() const
 {
     return m_animVariable;

@@ -18,6 +18,9 @@ class CInfoView : public COverlapView
     Q_PROPERTY(int animVariable READ getAnimVariable WRITE setAnimVariable)
 
   public:
+    /// The three, from the top.
+    [[nodiscard]] QStringList lines() const;
+
     /// How far the view is from its place.
     [[nodiscard]] int getAnimVariable() const;
     void setAnimVariable(int v);

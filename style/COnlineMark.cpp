@@ -2,6 +2,7 @@
 
 #include "app/common/SkinPixmap.h"
 
+#include <QAccessible>
 #include <QPainter>
 #include <QPropertyAnimation>
 
@@ -44,6 +45,11 @@ void COnlineMark::setAlpha(int alpha)
     update();
 }
 
+bool COnlineMark::isOn() const
+{
+    return m_isOn;
+}
+
 void COnlineMark::turnOn()
 {
     fade(k_showMarkMaskValue, k_hideMarkMaskValue);
@@ -62,6 +68,14 @@ void COnlineMark::fade(int from, int to)
     m_fadeAnimation->setStartValue(from);
     m_fadeAnimation->setEndValue(to);
     m_fadeAnimation->start();
+
+    m_isOn = to == k_hideMarkMaskValue;
+    if (!QAccessible::isActive())
+        return;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
 }
 
 void COnlineMark::paintEvent(QPaintEvent*)

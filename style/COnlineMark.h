@@ -24,6 +24,9 @@ class COnlineMark : public QWidget
     [[nodiscard]] int getAlpha() const;
     void setAlpha(int alpha);
 
+    /// Since the last turn, also while it fades.
+    [[nodiscard]] bool isOn() const;
+
   public slots:
     // Each starts from its own end, also while the other is under way. Nothing happens before initialize().
     void turnOn();
@@ -35,6 +38,7 @@ class COnlineMark : public QWidget
   private:
     void fade(int from, int to);
 
+    bool m_isOn = false;
     int m_alpha;
     QPixmap m_led;
     QPropertyAnimation* m_fadeAnimation = nullptr;

@@ -8,6 +8,7 @@
 #include "widgets/CKnobLED.h"
 #include "widgets/CSlideEditor.h"
 #include "widgets/CTextSlider.h"
+#include "widgets/SelectionMark.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -15,6 +16,7 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QPointer>
 
 #include <algorithm>
@@ -27,6 +29,7 @@ namespace
 struct Editor
 {
     ParamCategory category;
+    const char* name; ///< as it is spoken
     QRect place;
     const QString* mimeType; ///< in which the setting is copied
     const QString* pictures; ///< a strip with one for each value, which the editor shows; null for the number
@@ -35,11 +38,11 @@ struct Editor
 
 /// In the order of the settings, in which they are also built.
 constexpr std::array k_editors{
-    Editor{k_ccNumCategory, k_ccNumRect, &k_mimeType_CCNum, nullptr, 0},
-    Editor{k_midiChCategory, k_midiChRect, &k_mimeType_MIDICh, nullptr, 1},
-    Editor{k_maxCategory, k_maxRect, &k_mimeType_Max, nullptr, 0},
-    Editor{k_minCategory, k_minRect, &k_mimeType_Min, nullptr, 0},
-    Editor{k_ledTypeCategory, k_ledTypeRect, &k_mimeType_LEDType, &k_knobLEDTypeImagePath, 0},
+    Editor{k_ccNumCategory, "CC number", k_ccNumRect, &k_mimeType_CCNum, nullptr, 0},
+    Editor{k_midiChCategory, "MIDI channel", k_midiChRect, &k_mimeType_MIDICh, nullptr, 1},
+    Editor{k_maxCategory, "Maximum", k_maxRect, &k_mimeType_Max, nullptr, 0},
+    Editor{k_minCategory, "Minimum", k_minRect, &k_mimeType_Min, nullptr, 0},
+    Editor{k_ledTypeCategory, "LED type", k_ledTypeRect, &k_mimeType_LEDType, &k_knobLEDTypeImagePath, 0},
 };
 static_assert(std::ranges::equal(k_editors, k_settingParams, {}, &Editor::category, &SettingParam::category),
               "a page has one editor for each setting");
@@ -47,6 +50,10 @@ static_assert(std::ranges::equal(k_editors, k_settingParams, {}, &Editor::catego
 // The controls of a page by their codes: the knob, then the editors.
 constexpr int k_wholeKnob = 0;
 constexpr int k_firstEditor = 1;
+
+// The mark takes in what belongs to the control on the skin: the knob's number, a field's caption.
+constexpr QRect k_knobMarkRect{1, 1, 85, 88};
+constexpr QMargins k_editorMarkMargins{5, 13, 6, 5};
 
 /// The code of the control for a category; the whole knob for any unknown one.
 int controlOf(int category)
@@ -100,6 +107,11 @@ void CControlView::initialize(int knob)
     Utilities::adjustFont(this);
 }
 
+int CControlView::knob() const
+{
+    return m_numOfKnob;
+}
+
 void CControlView::createKnob()
 {
     m_knob = new CKnobLED(this);
@@ -144,11 +156,36 @@ void CControlView::setAllDefaultParamsToMemAPI()
         m_memory->setParam(editor->controllerID(), *value++);
 }
 
+QString CControlView::nameOf(const CSlideEditor* editor) const
+{
+    const qsizetype index = m_editors.indexOf(editor);
+    return index >= 0 ? QLatin1String(k_editors[static_cast<std::size_t>(index)].name) : QString();
+}
+
+CSlideEditor* CControlView::editor(int category) const
+{
+    return m_editors.value(controlOf(category) - k_firstEditor, nullptr);
+}
+
+QList<CSlideEditor*> CControlView::editorsFromTheTop() const
+{
+    QList<CSlideEditor*> editors = m_editors;
+    std::ranges::sort(editors, {}, &QWidget::y);
+    return editors;
+}
+
+void CControlView::select(int control, QWidget* widget)
+{
+    updateMark();
+    m_selectedControl = control;
+    m_selectedSlider = widget;
+    updateMark();
+    emit selected(m_numOfKnob);
+}
+
 void CControlView::knobSelect()
 {
-    m_selectedControl = k_wholeKnob;
-    m_selectedSlider = m_knob;
-    emit selected(m_numOfKnob);
+    select(k_wholeKnob, m_knob);
 }
 
 void CControlView::sliderSelect(QWidget* slider)
@@ -156,14 +193,53 @@ void CControlView::sliderSelect(QWidget* slider)
     const auto* editor = qobject_cast<CSlideEditor*>(slider);
     if (editor == nullptr)
         return;
-    m_selectedControl = controlOf(editor->controllerID() - m_numOfKnob);
-    m_selectedSlider = slider;
-    emit selected(m_numOfKnob);
+    select(controlOf(editor->controllerID() - m_numOfKnob), slider);
 }
 
 CSlideEditor* CControlView::selectedEditor() const
 {
     return qobject_cast<CSlideEditor*>(m_selectedSlider);
+}
+
+QRect CControlView::markRect() const
+{
+    if (m_selectedControl == k_wholeKnob)
+        return k_knobMarkRect;
+    return k_editors[static_cast<std::size_t>(m_selectedControl - k_firstEditor)].place + k_editorMarkMargins;
+}
+
+void CControlView::setMarked(bool isMarked)
+{
+    m_isMarked = isMarked;
+    updateMark();
+}
+
+bool CControlView::isMarked() const
+{
+    return m_isMarked;
+}
+
+void CControlView::goTo()
+{
+    // First the focus, whose way ends what is typed elsewhere, and that selects too.
+    setFocus(Qt::ShortcutFocusReason);
+    emit m_knob->selected();
+}
+
+void CControlView::updateMark()
+{
+    update(markRect());
+}
+
+void CControlView::paintEvent(QPaintEvent*)
+{
+    if (!m_isMarked)
+        return;
+    const QWidget* focus = window()->focusWidget();
+    const CSlideEditor* editor = selectedEditor();
+    const bool takesKeys = editor != nullptr ? editor->isAncestorOf(focus) : focus == this;
+    QPainter painter(this);
+    SelectionMark::paint(painter, markRect(), takesKeys ? SelectionMark::Shape::Frame : SelectionMark::Shape::Corners);
 }
 
 bool CControlView::isCopied(const QMimeData& mimeData)

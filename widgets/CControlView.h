@@ -11,6 +11,7 @@ class QMimeData;
 /// The page of one knob: its LED ring and an editor for each of its settings. Remembers which of these controls was
 /// selected last, and copies and pastes that control's setting through the system clipboard.
 ///
+/// Keys       the page takes them for the whole knob, since the ring is only a display: it has the focus then.
 /// Clipboard  each control has a format of its own. A setting is its value as stored, as decimal text. A knob is a mark
 ///            alone: its settings stay in the memory's copy buffer, so that only this process can paste it.
 /// Memory     borrowed; null for none. It is used by commands alone, so it may go before this widget does.
@@ -36,6 +37,33 @@ class CControlView : public QWidget
     /// Whether the clipboard holds what the selected control takes.
     [[nodiscard]] bool canPaste() const;
 
+    [[nodiscard]] int knob() const;
+
+    /// As it is spoken; empty for an editor of another page.
+    [[nodiscard]] QString nameOf(const CSlideEditor* editor) const;
+
+    /// The editor of a setting; null for a category that is none.
+    [[nodiscard]] CSlideEditor* editor(int category) const;
+
+    /// In the order of reading, from the page's top.
+    [[nodiscard]] QList<CSlideEditor*> editorsFromTheTop() const;
+
+    /// The editor on which copy() and paste() act; null for the whole knob.
+    [[nodiscard]] CSlideEditor* selectedEditor() const;
+
+    /// Where the mark around the selected control is, on the page.
+    [[nodiscard]] QRect markRect() const;
+
+    /// Whether the selected control is marked. False until it is set.
+    void setMarked(bool isMarked);
+    [[nodiscard]] bool isMarked() const;
+
+    /// Takes the keys and selects the whole knob, as a click on its ring does.
+    void goTo();
+
+    /// Repaints the mark: the focus may have gone to the selected control, or left it.
+    void updateMark();
+
     /// Act on the selected control: the whole knob until one is selected. Nothing happens where something is missing.
     void copy();
     void paste();
@@ -53,11 +81,14 @@ class CControlView : public QWidget
   signals:
     void selected(int numOfKnob);
 
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
   private:
     void createKnob();
     void createEditors();
     void watchEditor(CSlideEditor* editor);
-    [[nodiscard]] CSlideEditor* selectedEditor() const;
+    void select(int control, QWidget* widget);
 
     CMemAPIWrapper* m_memory;
     int m_numOfKnob = 0;
@@ -66,4 +97,5 @@ class CControlView : public QWidget
     QList<CSlideEditor*> m_editors; ///< in the order of the settings
     int m_selectedControl = 0;      ///< 0 for the knob, from 1 for the editors
     QWidget* m_selectedSlider = nullptr;
+    bool m_isMarked = false;
 };

@@ -5,6 +5,7 @@
 #include "widgets/CSpinButton.h"
 #include "widgets/CTextSlider.h"
 
+#include <QKeyEvent>
 #include <QPalette>
 
 #include <utility>
@@ -13,6 +14,13 @@ namespace
 {
 constexpr int k_marginY = 10; ///< of the editor above and below the slider
 constexpr int k_marginX = 6;  ///< right of it
+
+bool isDigitTyped(const QKeyEvent& event)
+{
+    constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const QString text = event.text();
+    return text.size() == 1 && text.front() >= u'0' && text.front() <= u'9' && !(event.modifiers() & commands);
+}
 } // namespace
 
 CSlideEditor::CSlideEditor(QWidget* parent) : QWidget(parent) {}
@@ -50,6 +58,9 @@ void CSlideEditor::initialize(QAbstractSlider* slider, const QRect& rect, bool s
 
 void CSlideEditor::connectPart(QAbstractSlider* part)
 {
+    // Before the selection, which is the last word: to take the focus ends what is typed elsewhere, and that selects
+    // too.
+    connect(part, &QAbstractSlider::actionTriggered, this, &CSlideEditor::takeFocus);
     connect(part, SIGNAL(sliderPressed()), this, SLOT(editorSelect()));
     connect(part, SIGNAL(actionTriggered(int)), this, SLOT(editorSelect()));
     connect(part, SIGNAL(valueChanged(int)), this, SLOT(valueChange(int)));
@@ -77,6 +88,18 @@ void CSlideEditor::focusOnSlider()
         m_slider->setFocus();
 }
 
+void CSlideEditor::goTo()
+{
+    // First the focus, whose way ends what is typed elsewhere, and that selects too.
+    focusOnSlider();
+    editorSelect();
+}
+
+QAbstractSlider* CSlideEditor::slider() const
+{
+    return m_slider;
+}
+
 int CSlideEditor::getValue() const
 {
     return m_slider != nullptr ? m_slider->value() : 0;
@@ -99,6 +122,22 @@ void CSlideEditor::updateMemAPI()
     if (!setParam(getValue()))
         setValue(getParam());
     emit valueChanged(getValue());
+}
+
+// Whoever is changed, by the wheel too, takes the keys from then on. Only the end of typing leaves them where they are.
+void CSlideEditor::takeFocus(int action)
+{
+    if (action != QAbstractSlider::SliderNoAction && !isAncestorOf(window()->focusWidget()))
+        focusOnSlider();
+}
+
+void CSlideEditor::keyPressEvent(QKeyEvent* event)
+{
+    auto* textSlider = qobject_cast<CTextSlider*>(m_slider);
+    if (textSlider != nullptr && isDigitTyped(*event))
+        textSlider->type(event->text());
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void CSlideEditor::editorSelect()

@@ -42,6 +42,12 @@ class CSlideEditor : public QWidget, public CMemAPIProxy
 
     void focusOnSlider();
 
+    /// Takes the keys and is selected, as by a click.
+    void goTo();
+
+    /// A child; null where there is none.
+    [[nodiscard]] QAbstractSlider* slider() const;
+
     /// The slider's value; 0 and no effect without a slider.
     [[nodiscard]] int getValue() const;
     void setValue(int value);
@@ -60,8 +66,13 @@ class CSlideEditor : public QWidget, public CMemAPIProxy
     void selected(QWidget* editor);
     void valueChanged(int value);
 
+  protected:
+    /// A digit that neither part has taken begins to type.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void connectPart(QAbstractSlider* part);
+    void takeFocus(int action);
 
     QAbstractSlider* m_slider = nullptr; ///< child
     CSpinButton* m_spinButton = nullptr; ///< child

@@ -173,8 +173,20 @@ void CTextSlider::paintDoubleBuffer(QPainter* painter)
 
 void CTextSlider::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (!drag().isOverSlider(event->position()) || !m_directEdit || event->button() != Qt::LeftButton)
+    if (drag().isOverSlider(event->position()) && m_directEdit && event->button() == Qt::LeftButton)
+        openEdit();
+}
+
+void CTextSlider::type(const QString& text)
+{
+    if (!m_directEdit)
         return;
+    openEdit();
+    m_lineEdit->insert(text); // in the place of what is selected
+}
+
+void CTextSlider::openEdit()
+{
     m_editAborted = false;
     m_lineEdit->setGeometry(rect());
     m_lineEdit->setMaxLength(m_editMaxLength);

@@ -7,7 +7,8 @@
 class CLineEdit;
 class QValidator;
 
-/// A slider that shows its value as text: drag it up or down, turn the wheel over it, or double-click and type.
+/// A slider that shows its value as text: drag it up or down, turn the wheel over it, or type, after a double-click
+/// or at once.
 ///
 /// Shown    value x multiplier + offset, by the printf-style format (see numberText()).
 /// Typed    becomes the value typed / multiplier - offset, cut toward zero.
@@ -60,6 +61,9 @@ class CTextSlider : public CTracklessSlider
     /// The field for typing: a child, hidden while nobody types.
     [[nodiscard]] CLineEdit* lineEdit() const;
 
+    /// Begins to type with this text in the place of the shown one. Nothing happens where typing is not allowed.
+    void type(const QString& text);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -76,6 +80,7 @@ class CTextSlider : public CTracklessSlider
     void paintDoubleBuffer(QPainter* painter) override;
 
   private:
+    void openEdit();
     void setEditValidator();
     void closeEdit(Qt::FocusReason reason);
 

@@ -1,0 +1,28 @@
+#include "style/accessible/CAccessibleView.h"
+
+#include "style/CInfoView.h"
+
+CAccessibleView::CAccessibleView(CInfoView* view) : CAccessibleGroup(view, QAccessible::Dialog) {}
+
+QAccessibleInterface* CAccessibleView::parent() const
+{
+    return QAccessible::queryAccessibleInterface(widget()->window());
+}
+
+QString CAccessibleView::text(QAccessible::Text which) const
+{
+    const QStringList lines = static_cast<CInfoView*>(widget())->lines();
+    switch (which) {
+    case QAccessible::Name:
+        return lines.first();
+    case QAccessible::Description:
+        return lines.mid(1).join(QLatin1Char('\n'));
+    default:
+        return CAccessibleGroup::text(which);
+    }
+}
+
+QWidgetList CAccessibleView::members() const
+{
+    return widget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+}

@@ -1,0 +1,18 @@
+#include "widgets/accessible/CAccessibleGroup.h"
+
+#include <QWidget>
+
+int CAccessibleGroup::childCount() const
+{
+    return static_cast<int>(members().size());
+}
+
+QAccessibleInterface* CAccessibleGroup::child(int index) const
+{
+    return QAccessible::queryAccessibleInterface(members().value(index));
+}
+
+int CAccessibleGroup::indexOfChild(const QAccessibleInterface* child) const
+{
+    return static_cast<int>(members().indexOf(qobject_cast<QWidget*>(child->object())));
+}
