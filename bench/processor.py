@@ -34,7 +34,7 @@ class Peer:
         result = work()
         self.refused[rate] += int(self.source.stdout.readline())
         if self.program.poll() is not None:
-            raise RuntimeError("the program has ended")
+            raise RuntimeError(f"{self.program.args[-1]} has ended, status {self.program.returncode}")
         return result
 
     def measure(self, rate):
