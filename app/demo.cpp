@@ -14,17 +14,19 @@
 namespace
 {
 constexpr std::chrono::milliseconds k_logInterval{50};
-constexpr int k_edge = 40; // pixels, room for the panel's frame and title
+constexpr QSize k_frame{8, 40}; // pixels, room for the panel's frame and title
 
 /// The panel beside the place where the editor comes up; every message is in the log soon after it has passed.
 std::unique_ptr<QWidget> makePanel(CSimulatedDevice& device, CTrafficFile& log)
 {
     auto panel = std::make_unique<CDevicePanel>(device);
+    QObject::connect(panel.get(), &CDevicePanel::cablePutIn, panel.get(),
+                     [&device] { CSimulatedSystem::instance().plug(device); });
     // Closing the editor ends the demo, whether or not the panel is still there.
     panel->setAttribute(Qt::WA_QuitOnClose, false);
     // At the right edge, so that the window manager finds room for the editor beside it.
     const QRect screen = panel->screen()->availableGeometry();
-    panel->move(screen.right() - panel->sizeHint().width() - k_edge, screen.top() + k_edge);
+    panel->move(screen.right() - panel->sizeHint().width() - k_frame.width(), screen.top() + k_frame.height());
     panel->show();
     auto* timer = new QTimer(panel.get());
     QObject::connect(timer, &QTimer::timeout, panel.get(), [&log] { log.update(); });

@@ -2,14 +2,16 @@
 
 #include "simulator/device/DeviceMessages.h"
 #include "simulator/device/TrafficText.h"
+#include "simulator/panel/CFaceplate.h"
+#include "simulator/panel/CPanelDisplay.h"
+#include "simulator/panel/CPanelJack.h"
+#include "simulator/panel/CPanelKnob.h"
+#include "simulator/panel/CPanelSwitch.h"
+#include "simulator/panel/PanelText.h"
 
-#include <QDial>
 #include <QFontDatabase>
 #include <QGridLayout>
-#include <QGroupBox>
-#include <QLabel>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QSignalBlocker>
 #include <QTimer>
 
@@ -17,55 +19,19 @@ namespace
 {
 constexpr int k_refreshInterval = 20; // milliseconds
 constexpr int k_knobsInARow = 4;      // as on the device
-constexpr int k_dialSize = 64;
-
-QString holdingText(int value, const KnobSettings& settings)
-{
-    QString text = QStringLiteral("Value %1").arg(value);
-    for (const DeviceSetting& setting : k_deviceSettings) {
-        const QString shown = DeviceMessages::valueInWords(setting, settings.*setting.member);
-        text += QStringLiteral("\n%1 %2").arg(QString::fromLatin1(setting.label), shown);
-    }
-    return text;
-}
+constexpr int k_width = 540;          // pixels, so that the editor has its place beside it on a screen of 1024
+constexpr int k_sideMargin = 20;
 } // namespace
 
 CDevicePanel::CDevicePanel(CSimulatedDevice& device, QWidget* parent) : QWidget(parent), m_device(device)
 {
     setWindowTitle(tr("KTZ-JX device"));
 
-    m_silence = new QPushButton(tr("&Silence"));
-    m_silence->setObjectName("silence");
-    m_silence->setCheckable(true);
-    m_silence->setChecked(m_device.isSilent());
-    m_silence->setToolTip(tr("The device goes on listening but answers nothing"));
-    connect(m_silence, &QPushButton::toggled, this, &CDevicePanel::silence);
-
-    m_unplug = new QPushButton(tr("&Unplug"));
-    m_unplug->setObjectName("unplug");
-    m_unplug->setToolTip(tr("Pulls the device's cable, for good"));
-    connect(m_unplug, &QPushButton::clicked, this, &CDevicePanel::unplug);
-
-    m_messages = new QPlainTextEdit;
-    m_messages->setObjectName("messages");
-    m_messages->setReadOnly(true);
-    m_messages->setMaximumBlockCount(k_messagesShown);
-    m_messages->setLineWrapMode(QPlainTextEdit::NoWrap);
-    QFont fixedFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fixedFont.setPixelSize(fontInfo().pixelSize() - 1);
-    m_messages->setFont(fixedFont);
-    m_messages->setMinimumSize(560, 180);
-
-    auto* const buttons = new QHBoxLayout;
-    buttons->addWidget(new QLabel(tr("Messages, as the device sees them")));
-    buttons->addStretch();
-    buttons->addWidget(m_silence);
-    buttons->addWidget(m_unplug);
-
     auto* const layout = new QVBoxLayout(this);
-    layout->addLayout(createKnobs());
-    layout->addLayout(buttons);
-    layout->addWidget(m_messages, 1);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(createFaceplate());
+    layout->addWidget(createMessages(), 1);
 
     auto* const timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &CDevicePanel::refresh);
@@ -77,10 +43,10 @@ CDevicePanel::CDevicePanel(CSimulatedDevice& device, QWidget* parent) : QWidget(
 void CDevicePanel::refresh()
 {
     m_device.advance(m_sinceRefresh.restart());
-    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
-        showKnob(knob);
+    showKnobs();
     showTraffic();
-    m_unplug->setEnabled(m_device.isPlugged());
+    const QSignalBlocker noPull(m_jack);
+    m_jack->setChecked(m_device.isPlugged());
 }
 
 void CDevicePanel::silence(bool on)
@@ -91,46 +57,90 @@ void CDevicePanel::silence(bool on)
         m_device.answer();
 }
 
-void CDevicePanel::unplug()
+void CDevicePanel::moveCable(bool in)
 {
-    m_device.unplug();
+    if (in)
+        emit cablePutIn();
+    else
+        m_device.unplug();
     refresh();
+}
+
+QWidget* CDevicePanel::createFaceplate()
+{
+    m_display = new CPanelDisplay;
+    auto* const plate = new CFaceplate;
+    plate->setMinimumWidth(k_width);
+    auto* const layout = new QVBoxLayout(plate);
+    layout->setContentsMargins(k_sideMargin, 0, 0, CFaceplate::k_footHeight + 8);
+    layout->setSpacing(12);
+    layout->addLayout(createHead());
+    auto* const body = new QVBoxLayout;
+    body->setContentsMargins(0, 0, k_sideMargin, 0);
+    body->setSpacing(14);
+    body->addWidget(m_display);
+    body->addLayout(createKnobs());
+    layout->addLayout(body);
+    return plate;
+}
+
+QLayout* CDevicePanel::createHead()
+{
+    m_silence = new CPanelSwitch(tr("Answers nothing"));
+    m_silence->setObjectName("silence");
+    m_silence->setShortcut(tr("Alt+S"));
+    m_silence->setChecked(m_device.isSilent());
+    m_silence->setToolTip(tr("The device goes on listening but says nothing"));
+    m_silence->setAccessibleDescription(m_silence->toolTip());
+    connect(m_silence, &CPanelSwitch::toggled, this, &CDevicePanel::silence);
+
+    m_jack = new CPanelJack(tr("Cable"));
+    m_jack->setObjectName("cable");
+    m_jack->setShortcut(tr("Alt+U"));
+    m_jack->setChecked(m_device.isPlugged());
+    m_jack->setToolTip(tr("Pull the cable, or put it in again: the editor has to be started again then"));
+    m_jack->setAccessibleDescription(m_jack->toolTip());
+    connect(m_jack, &CPanelJack::toggled, this, &CDevicePanel::moveCable);
+
+    auto* const head = new QHBoxLayout;
+    head->setContentsMargins(0, 3, 0, 3);
+    head->addWidget(m_silence);
+    head->addStretch();
+    head->addWidget(m_jack);
+    return head;
 }
 
 QGridLayout* CDevicePanel::createKnobs()
 {
     auto* const grid = new QGridLayout;
-    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
-        grid->addWidget(createKnob(knob), knob / k_knobsInARow, knob % k_knobsInARow);
+    grid->setVerticalSpacing(8);
+    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob) {
+        auto* const shown = new CPanelKnob(knob);
+        connect(shown, &CPanelKnob::valueChanged, this, [this, knob](int value) { m_device.turn(knob, value); });
+        m_knobs.at(static_cast<size_t>(knob)) = shown;
+        grid->addWidget(shown, knob / k_knobsInARow, knob % k_knobsInARow, Qt::AlignHCenter);
+    }
     return grid;
 }
 
-QWidget* CDevicePanel::createKnob(int knob)
+QWidget* CDevicePanel::createMessages()
 {
-    auto* const dial = new QDial;
-    dial->setObjectName(QStringLiteral("dial%1").arg(knob));
-    dial->setRange(0, 127);
-    dial->setFixedSize(k_dialSize, k_dialSize);
-    connect(dial, &QDial::valueChanged, this, [this, knob](int value) { m_device.turn(knob, value); });
-
-    auto* const settings = new QLabel;
-    settings->setObjectName(QStringLiteral("settings%1").arg(knob));
-
-    auto* const box = new QGroupBox(tr("Knob %1").arg(knob));
-    auto* const layout = new QHBoxLayout(box);
-    layout->addWidget(dial);
-    layout->addWidget(settings, 1);
-    m_knobs.at(static_cast<size_t>(knob)) = {dial, settings};
-    return box;
+    m_messages = new QPlainTextEdit;
+    m_messages->setObjectName("messages");
+    m_messages->setReadOnly(true);
+    m_messages->setMaximumBlockCount(k_messagesShown);
+    m_messages->setLineWrapMode(QPlainTextEdit::NoWrap);
+    QFont fixedFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixedFont.setPixelSize(fontInfo().pixelSize() - 1);
+    m_messages->setFont(fixedFont);
+    m_messages->setMinimumHeight(180);
+    return m_messages;
 }
 
-void CDevicePanel::showKnob(int knob)
+void CDevicePanel::showKnobs()
 {
-    const Knob& shown = m_knobs.at(static_cast<size_t>(knob));
-    const int value = m_device.value(knob);
-    const QSignalBlocker noTurn(shown.dial);
-    shown.dial->setValue(value);
-    shown.settings->setText(holdingText(value, m_device.settings(knob)));
+    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
+        m_knobs.at(static_cast<size_t>(knob))->hold(m_device.value(knob), m_device.settings(knob));
 }
 
 void CDevicePanel::showTraffic()
@@ -140,7 +150,27 @@ void CDevicePanel::showTraffic()
         return;
     m_nextTraffic = traffic.last().number + 1;
     QStringList lines;
-    for (const Traffic& message : traffic.last(qMin<qsizetype>(traffic.size(), k_messagesShown)))
+    for (const Traffic& message : traffic.last(qMin<qsizetype>(traffic.size(), k_messagesShown))) {
         lines += trafficText(message);
+        showOnDisplay(message);
+    }
     m_messages->appendPlainText(lines.join('\n'));
+}
+
+/// The keep-alive would leave nothing else to be read.
+void CDevicePanel::showOnDisplay(const Traffic& message)
+{
+    using namespace DeviceMessages;
+    const Type type = typeOf(message.bytes);
+    if (type == Type::Keep)
+        return;
+    QString text = PanelText::meaning(message.bytes);
+    if (type == Type::NoticeValue) {
+        const int knob = knobOf(message.bytes);
+        text = PanelText::turned(knob, m_device.settings(knob), valueOf(message.bytes));
+    }
+    if (message.direction == Traffic::Direction::ToDevice)
+        m_display->showReceived(text);
+    else
+        m_display->showSent(text);
 }

@@ -7,16 +7,19 @@
 
 #include <array>
 
-class QDial;
+class CPanelDisplay;
+class CPanelJack;
+class CPanelKnob;
+class CPanelSwitch;
 class QGridLayout;
-class QLabel;
+class QLayout;
 class QPlainTextEdit;
-class QPushButton;
 
 /// A window onto a simulated device: its knobs to turn, what it holds, what it hears and says, and two faults.
 ///
 /// Clock    the panel moves the device's clock along with real time while it exists.
 /// Device   borrowed; outlives the panel.
+/// Cable    pulling it unplugs the device; only the panel's owner knows what it is to be plugged into.
 class CDevicePanel : public QWidget
 {
     Q_OBJECT
@@ -26,27 +29,29 @@ class CDevicePanel : public QWidget
 
     static constexpr int k_messagesShown = 500;
 
+  signals:
+    /// The cable was put in: the device is to be plugged in before the signal's receiver returns.
+    void cablePutIn();
+
   private slots:
     void refresh();
     void silence(bool on);
-    void unplug();
+    void moveCable(bool in);
 
   private:
-    struct Knob
-    {
-        QDial* dial = nullptr;
-        QLabel* settings = nullptr;
-    };
-
+    [[nodiscard]] QWidget* createFaceplate();
+    [[nodiscard]] QLayout* createHead();
     [[nodiscard]] QGridLayout* createKnobs();
-    [[nodiscard]] QWidget* createKnob(int knob);
-    void showKnob(int knob);
+    [[nodiscard]] QWidget* createMessages();
+    void showKnobs();
     void showTraffic();
+    void showOnDisplay(const Traffic& message);
 
     CSimulatedDevice& m_device;
-    std::array<Knob, CSimulatedDevice::k_knobs> m_knobs;
-    QPushButton* m_silence = nullptr;
-    QPushButton* m_unplug = nullptr;
+    std::array<CPanelKnob*, CSimulatedDevice::k_knobs> m_knobs = {};
+    CPanelDisplay* m_display = nullptr;
+    CPanelSwitch* m_silence = nullptr;
+    CPanelJack* m_jack = nullptr;
     QPlainTextEdit* m_messages = nullptr;
     QElapsedTimer m_sinceRefresh;
     qint64 m_nextTraffic = 0;

@@ -1,12 +1,13 @@
 #include "simulator/device/DeviceMessages.h"
 #include "simulator/panel/CDevicePanel.h"
+#include "simulator/panel/CPanelKnob.h"
+#include "simulator/panel/PanelText.h"
 #include "tests/simulator/CRecordingTransport.h"
 #include "tests/support/CTestCase.h"
 
-#include <QDial>
+#include <QAbstractButton>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QPushButton>
 
 #include <memory>
 
@@ -21,19 +22,28 @@ class TestDevicePanel : public CTestCase
     void cleanup();
     void showsWhatEveryKnobHolds();
     void followsTheDevice();
-    void dialTurnsItsKnobByKey();
-    void dialTurnsItsKnobByPointer();
-    void dialFollowsTheDeviceWithoutAnotherReport();
+    void knobIsTurnedByKey();
+    void knobIsTurnedByDrag();
+    void knobFollowsTheDeviceWithoutAnotherReport();
+    void displaySaysWhatWasHeardAndSaid();
     void logShowsBothDirections();
     void logKeepsTheLast500Messages();
-    void silenceButtonSilencesAndEndsTheSilence();
-    void unplugButtonUnplugsForGood();
+    void switchSilencesAndEndsTheSilence();
+    void cableIsPulledAndPutInByClickAndByKey();
+    void cableIsPulledAndPutInByDrag();
+    void cableStaysOutWhereNobodyPlugsItIn();
+    void cableFollowsTheDevice();
     void clockMovesWithRealTime();
 
   private:
     template <typename Widget> Widget* child(const char* name) const
     {
         return m_panel->findChild<Widget*>(name);
+    }
+
+    [[nodiscard]] CPanelKnob* panelKnob(int knob) const
+    {
+        return child<CPanelKnob>(qPrintable(QStringLiteral("dial%1").arg(knob)));
     }
 
     [[nodiscard]] QStringList messages() const
@@ -52,6 +62,7 @@ void TestDevicePanel::init()
     m_device = std::make_unique<CSimulatedDevice>();
     m_device->plug(m_transport);
     m_panel = std::make_unique<CDevicePanel>(*m_device);
+    connect(m_panel.get(), &CDevicePanel::cablePutIn, this, [this] { m_device->plug(m_transport); });
     m_panel->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel.get()));
 }
@@ -66,47 +77,50 @@ void TestDevicePanel::cleanup()
 void TestDevicePanel::showsWhatEveryKnobHolds()
 {
     for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob) {
-        const auto* const label = child<QLabel>(qPrintable(QStringLiteral("settings%1").arg(knob)));
-        QVERIFY(label);
-        const KnobSettings settings = m_device->settings(knob);
-        QCOMPARE(label->text(), QStringLiteral("Value 0\nCC %1\nChannel 0\nMax 127\nMin 0\nLED %2")
-                                    .arg(settings.cc)
-                                    .arg(settings.led == 2 ? "concave" : "ascent"));
+        QCOMPARE(panelKnob(knob)->accessibleName(), QStringLiteral("Knob %1").arg(knob + 1));
+        QCOMPARE(panelKnob(knob)->accessibleDescription(), PanelText::settings(m_device->settings(knob)));
     }
 }
 
 void TestDevicePanel::followsTheDevice()
 {
     QVERIFY(m_device->receive(changeParameter(5, {1, 2, 3, 4, 3})));
-    QTRY_COMPARE(child<QLabel>("settings5")->text(),
-                 QStringLiteral("Value 0\nCC 1\nChannel 2\nMax 3\nMin 4\nLED convex"));
+    QTRY_COMPARE(panelKnob(5)->accessibleDescription(), QStringLiteral("CC 1, channel 3, max 3, min 4, LED convex"));
 }
 
-void TestDevicePanel::dialTurnsItsKnobByKey()
+void TestDevicePanel::knobIsTurnedByKey()
 {
-    auto* const dial = child<QDial>("dial3");
-    dial->setFocus();
-    QTest::keyClick(dial, Qt::Key_Up);
+    QTest::keyClick(panelKnob(3), Qt::Key_Up);
     QCOMPARE(m_device->value(3), 1);
-    QTest::keyClick(dial, Qt::Key_End);
+    QTest::keyClick(panelKnob(3), Qt::Key_End);
     QCOMPARE(m_device->value(3), 127);
     QCOMPARE(m_transport.take(), QList({noticeValue(3, 1), noticeValue(3, 127)}));
-    QTRY_VERIFY(child<QLabel>("settings3")->text().startsWith("Value 127\n"));
 }
 
-void TestDevicePanel::dialTurnsItsKnobByPointer()
+void TestDevicePanel::knobIsTurnedByDrag()
 {
-    auto* const dial = child<QDial>("dial0");
-    QTest::mouseClick(dial, Qt::LeftButton, {}, {dial->width() / 2, 4});
-    QVERIFY(qAbs(m_device->value(0) - 64) <= 2);
-    QCOMPARE(m_transport.take(), QList{noticeValue(0, m_device->value(0))});
+    QTest::mousePress(panelKnob(0), Qt::LeftButton, {}, {50, 40});
+    QTest::mouseMove(panelKnob(0), {50, 30});
+    QTest::mouseRelease(panelKnob(0), Qt::LeftButton, {}, {50, 30});
+    QCOMPARE(m_device->value(0), 10);
+    QCOMPARE(m_transport.take(), QList{noticeValue(0, 10)});
 }
 
-void TestDevicePanel::dialFollowsTheDeviceWithoutAnotherReport()
+void TestDevicePanel::knobFollowsTheDeviceWithoutAnotherReport()
 {
     m_device->turn(6, 90);
-    QTRY_COMPARE(child<QDial>("dial6")->value(), 90);
+    QTRY_COMPARE(panelKnob(6)->value(), 90);
     QCOMPARE(m_transport.take(), QList{noticeValue(6, 90)});
+}
+
+void TestDevicePanel::displaySaysWhatWasHeardAndSaid()
+{
+    const auto* const display = child<QLabel>("display");
+    QVERIFY(m_device->receive(requestAll()));
+    m_device->turn(2, 64);
+    QVERIFY(m_device->receive(keep())); // is not shown
+    QTRY_COMPARE(display->text(),
+                 QStringLiteral("Received: Request for all settings\nSent: Knob 3: CC 10, channel 1, value 64"));
 }
 
 void TestDevicePanel::logShowsBothDirections()
@@ -128,22 +142,59 @@ void TestDevicePanel::logKeepsTheLast500Messages()
     QCOMPARE(messages().size(), CDevicePanel::k_messagesShown);
 }
 
-void TestDevicePanel::silenceButtonSilencesAndEndsTheSilence()
+void TestDevicePanel::switchSilencesAndEndsTheSilence()
 {
-    auto* const button = child<QPushButton>("silence");
-    QTest::mouseClick(button, Qt::LeftButton);
+    auto* const silence = child<QAbstractButton>("silence");
+    QTest::mouseClick(silence, Qt::LeftButton);
     QVERIFY(m_device->isSilent());
-    QVERIFY(button->isChecked());
-    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(silence->isChecked());
+    QTest::keyClick(silence, Qt::Key_Space);
     QVERIFY(!m_device->isSilent());
 }
 
-void TestDevicePanel::unplugButtonUnplugsForGood()
+void TestDevicePanel::cableIsPulledAndPutInByClickAndByKey()
 {
-    auto* const button = child<QPushButton>("unplug");
-    QTest::mouseClick(button, Qt::LeftButton);
+    auto* const cable = child<QAbstractButton>("cable");
+    QVERIFY(cable->isChecked());
+    QTest::mouseClick(cable, Qt::LeftButton);
     QVERIFY(!m_device->isPlugged());
-    QVERIFY(!button->isEnabled());
+    QVERIFY(!cable->isChecked());
+    QTest::keyClick(cable, Qt::Key_Space);
+    QVERIFY(m_device->isPlugged());
+    QVERIFY(cable->isChecked());
+}
+
+void TestDevicePanel::cableIsPulledAndPutInByDrag()
+{
+    auto* const cable = child<QAbstractButton>("cable");
+    const QPoint plug(45, 13);
+    const auto drag = [&](int pixels) {
+        QTest::mousePress(cable, Qt::LeftButton, {}, plug);
+        QTest::mouseMove(cable, plug + QPoint(pixels, 0));
+        QTest::mouseRelease(cable, Qt::LeftButton, {}, plug + QPoint(pixels, 0));
+    };
+    drag(12); // not far enough: it slips back
+    QVERIFY(m_device->isPlugged());
+    drag(30);
+    QVERIFY(!m_device->isPlugged());
+    drag(-30);
+    QVERIFY(m_device->isPlugged());
+}
+
+void TestDevicePanel::cableStaysOutWhereNobodyPlugsItIn()
+{
+    disconnect(m_panel.get(), &CDevicePanel::cablePutIn, nullptr, nullptr);
+    auto* const cable = child<QAbstractButton>("cable");
+    QTest::mouseClick(cable, Qt::LeftButton);
+    QTest::mouseClick(cable, Qt::LeftButton);
+    QVERIFY(!m_device->isPlugged());
+    QVERIFY(!cable->isChecked());
+}
+
+void TestDevicePanel::cableFollowsTheDevice()
+{
+    m_device->unplug();
+    QTRY_VERIFY(!child<QAbstractButton>("cable")->isChecked());
 }
 
 void TestDevicePanel::clockMovesWithRealTime()
