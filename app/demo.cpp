@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 
@@ -26,7 +27,8 @@ std::unique_ptr<QWidget> makePanel(CSimulatedDevice& device, CTrafficFile& log)
     panel->setAttribute(Qt::WA_QuitOnClose, false);
     // At the right edge, so that the window manager finds room for the editor beside it.
     const QRect screen = panel->screen()->availableGeometry();
-    panel->move(screen.right() - panel->sizeHint().width() - k_frame.width(), screen.top() + k_frame.height());
+    panel->resize(panel->width(), std::min(panel->height(), screen.height() - 2 * k_frame.height()));
+    panel->move(screen.right() - panel->width() - k_frame.width(), screen.top() + k_frame.height());
     panel->show();
     auto* timer = new QTimer(panel.get());
     QObject::connect(timer, &QTimer::timeout, panel.get(), [&log] { log.update(); });

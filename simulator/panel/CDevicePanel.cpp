@@ -1,25 +1,28 @@
 #include "simulator/panel/CDevicePanel.h"
 
 #include "simulator/device/DeviceMessages.h"
-#include "simulator/device/TrafficText.h"
 #include "simulator/panel/CFaceplate.h"
+#include "simulator/panel/CMessageTable.h"
 #include "simulator/panel/CPanelDisplay.h"
 #include "simulator/panel/CPanelJack.h"
 #include "simulator/panel/CPanelKnob.h"
 #include "simulator/panel/CPanelSwitch.h"
 #include "simulator/panel/PanelText.h"
 
-#include <QFontDatabase>
 #include <QGridLayout>
-#include <QPlainTextEdit>
 #include <QSignalBlocker>
 #include <QTimer>
 
+#include <algorithm>
+#include <chrono>
+
 namespace
 {
-constexpr int k_refreshInterval = 20; // milliseconds
-constexpr int k_knobsInARow = 4;      // as on the device
-constexpr int k_width = 540;          // pixels, so that the editor has its place beside it on a screen of 1024
+constexpr std::chrono::milliseconds k_refreshInterval{20};
+constexpr std::chrono::milliseconds k_trafficInterval{100}; // as fast as anybody reads, and cheap in a flood
+constexpr int k_knobsInARow = 4;                            // as on the device
+constexpr int k_width = 540;  // pixels, so that the editor has its place beside it on a screen of 1024
+constexpr int k_height = 680; // as the editor
 constexpr int k_sideMargin = 20;
 } // namespace
 
@@ -31,11 +34,17 @@ CDevicePanel::CDevicePanel(CSimulatedDevice& device, QWidget* parent) : QWidget(
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(createFaceplate());
-    layout->addWidget(createMessages(), 1);
+    m_messages = new CMessageTable;
+    layout->addWidget(m_messages, 1);
+    resize(k_width, k_height);
 
-    auto* const timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, &CDevicePanel::refresh);
-    timer->start(k_refreshInterval);
+    const auto repeat = [this](std::chrono::milliseconds interval, void (CDevicePanel::*slot)()) {
+        auto* const timer = new QTimer(this);
+        connect(timer, &QTimer::timeout, this, slot);
+        timer->start(interval);
+    };
+    repeat(k_refreshInterval, &CDevicePanel::refresh);
+    repeat(k_trafficInterval, &CDevicePanel::showTraffic);
     m_sinceRefresh.start();
     refresh();
 }
@@ -44,7 +53,6 @@ void CDevicePanel::refresh()
 {
     m_device.advance(m_sinceRefresh.restart());
     showKnobs();
-    showTraffic();
     const QSignalBlocker noPull(m_jack);
     m_jack->setChecked(m_device.isPlugged());
 }
@@ -123,20 +131,6 @@ QGridLayout* CDevicePanel::createKnobs()
     return grid;
 }
 
-QWidget* CDevicePanel::createMessages()
-{
-    m_messages = new QPlainTextEdit;
-    m_messages->setObjectName("messages");
-    m_messages->setReadOnly(true);
-    m_messages->setMaximumBlockCount(k_messagesShown);
-    m_messages->setLineWrapMode(QPlainTextEdit::NoWrap);
-    QFont fixedFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fixedFont.setPixelSize(fontInfo().pixelSize() - 1);
-    m_messages->setFont(fixedFont);
-    m_messages->setMinimumHeight(180);
-    return m_messages;
-}
-
 void CDevicePanel::showKnobs()
 {
     for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
@@ -145,32 +139,35 @@ void CDevicePanel::showKnobs()
 
 void CDevicePanel::showTraffic()
 {
-    const QList<Traffic> traffic = m_device.trafficSince(m_nextTraffic);
-    if (traffic.isEmpty())
+    const QList<Traffic> messages = m_device.trafficSince(m_nextTraffic);
+    if (messages.isEmpty())
         return;
-    m_nextTraffic = traffic.last().number + 1;
-    QStringList lines;
-    for (const Traffic& message : traffic.last(qMin<qsizetype>(traffic.size(), k_messagesShown))) {
-        lines += trafficText(message);
-        showOnDisplay(message);
-    }
-    m_messages->appendPlainText(lines.join('\n'));
+    m_nextTraffic = messages.last().number + 1;
+    m_messages->add(messages);
+    showOnDisplay(messages);
 }
 
-/// The keep-alive would leave nothing else to be read.
-void CDevicePanel::showOnDisplay(const Traffic& message)
+/// The last of either direction, but for the keep-alive, which would leave nothing else to be read.
+void CDevicePanel::showOnDisplay(const QList<Traffic>& messages)
 {
-    using namespace DeviceMessages;
-    const Type type = typeOf(message.bytes);
-    if (type == Type::Keep)
-        return;
-    QString text = PanelText::meaning(message.bytes);
-    if (type == Type::NoticeValue) {
-        const int knob = knobOf(message.bytes);
-        text = PanelText::turned(knob, m_device.settings(knob), valueOf(message.bytes));
-    }
-    if (message.direction == Traffic::Direction::ToDevice)
-        m_display->showReceived(text);
-    else
-        m_display->showSent(text);
+    const auto last = [&messages](Traffic::Direction direction) {
+        return std::find_if(messages.rbegin(), messages.rend(), [direction](const Traffic& message) {
+            return message.direction == direction &&
+                   DeviceMessages::typeOf(message.bytes) != DeviceMessages::Type::Keep;
+        });
+    };
+    if (const auto received = last(Traffic::Direction::ToDevice); received != messages.rend())
+        m_display->showReceived(displayText(received->bytes));
+    if (const auto sent = last(Traffic::Direction::FromDevice); sent != messages.rend())
+        m_display->showSent(displayText(sent->bytes));
+}
+
+QString CDevicePanel::displayText(const QByteArray& message) const
+{
+    if (DeviceMessages::typeOf(message) != DeviceMessages::Type::NoticeValue)
+        return PanelText::meaning(message);
+    const int knob = DeviceMessages::knobOf(message);
+    if (knob >= CSimulatedDevice::k_knobs)
+        return PanelText::meaning(message);
+    return PanelText::turned(knob, m_device.settings(knob), DeviceMessages::valueOf(message));
 }

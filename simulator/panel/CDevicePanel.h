@@ -7,13 +7,13 @@
 
 #include <array>
 
+class CMessageTable;
 class CPanelDisplay;
 class CPanelJack;
 class CPanelKnob;
 class CPanelSwitch;
 class QGridLayout;
 class QLayout;
-class QPlainTextEdit;
 
 /// A window onto a simulated device: its knobs to turn, what it holds, what it hears and says, and two faults.
 ///
@@ -27,14 +27,13 @@ class CDevicePanel : public QWidget
   public:
     explicit CDevicePanel(CSimulatedDevice& device, QWidget* parent = nullptr);
 
-    static constexpr int k_messagesShown = 500;
-
   signals:
     /// The cable was put in: the device is to be plugged in before the signal's receiver returns.
     void cablePutIn();
 
   private slots:
     void refresh();
+    void showTraffic();
     void silence(bool on);
     void moveCable(bool in);
 
@@ -42,17 +41,16 @@ class CDevicePanel : public QWidget
     [[nodiscard]] QWidget* createFaceplate();
     [[nodiscard]] QLayout* createHead();
     [[nodiscard]] QGridLayout* createKnobs();
-    [[nodiscard]] QWidget* createMessages();
     void showKnobs();
-    void showTraffic();
-    void showOnDisplay(const Traffic& message);
+    void showOnDisplay(const QList<Traffic>& messages);
+    [[nodiscard]] QString displayText(const QByteArray& message) const;
 
     CSimulatedDevice& m_device;
     std::array<CPanelKnob*, CSimulatedDevice::k_knobs> m_knobs = {};
     CPanelDisplay* m_display = nullptr;
     CPanelSwitch* m_silence = nullptr;
     CPanelJack* m_jack = nullptr;
-    QPlainTextEdit* m_messages = nullptr;
+    CMessageTable* m_messages = nullptr;
     QElapsedTimer m_sinceRefresh;
     qint64 m_nextTraffic = 0;
 };

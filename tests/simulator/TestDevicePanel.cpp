@@ -1,5 +1,6 @@
 #include "simulator/device/DeviceMessages.h"
 #include "simulator/panel/CDevicePanel.h"
+#include "simulator/panel/CMessageModel.h"
 #include "simulator/panel/CPanelKnob.h"
 #include "simulator/panel/PanelText.h"
 #include "tests/simulator/CRecordingTransport.h"
@@ -7,7 +8,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
-#include <QPlainTextEdit>
+#include <QTableView>
 
 #include <memory>
 
@@ -26,8 +27,9 @@ class TestDevicePanel : public CTestCase
     void knobIsTurnedByDrag();
     void knobFollowsTheDeviceWithoutAnotherReport();
     void displaySaysWhatWasHeardAndSaid();
-    void logShowsBothDirections();
-    void logKeepsTheLast500Messages();
+    void tableShowsBothDirections();
+    void reportOfNoKnobIsShownAsItIs();
+    void keepsUpWithAFlood();
     void switchSilencesAndEndsTheSilence();
     void cableIsPulledAndPutInByClickAndByKey();
     void cableIsPulledAndPutInByDrag();
@@ -44,11 +46,6 @@ class TestDevicePanel : public CTestCase
     [[nodiscard]] CPanelKnob* panelKnob(int knob) const
     {
         return child<CPanelKnob>(qPrintable(QStringLiteral("dial%1").arg(knob)));
-    }
-
-    [[nodiscard]] QStringList messages() const
-    {
-        return child<QPlainTextEdit>("messages")->toPlainText().split('\n', Qt::SkipEmptyParts);
     }
 
     CRecordingTransport m_transport;
@@ -123,23 +120,34 @@ void TestDevicePanel::displaySaysWhatWasHeardAndSaid()
                  QStringLiteral("Received: Request for all settings\nSent: Knob 3: CC 10, channel 1, value 64"));
 }
 
-void TestDevicePanel::logShowsBothDirections()
+void TestDevicePanel::tableShowsBothDirections()
 {
-    QVERIFY(m_device->receive(keep()));
-    QTRY_COMPARE(messages().size(), 2);
-    QVERIFY(messages().at(0).endsWith("received  F0 43 10 3E 18 05 02 01 F7  keep"));
-    QVERIFY(messages().at(1).endsWith("sent      F0 43 10 3E 18 05 02 01 F7  keep"));
+    const auto* const table = child<QTableView>("messages");
+    QVERIFY(m_device->receive(requestAll()));
+    QTRY_COMPARE(table->model()->rowCount(), 1 + 2 * CSimulatedDevice::k_knobs);
+    const auto text = [table](int row, int column) { return table->model()->index(row, column).data().toString(); };
+    QCOMPARE(text(0, CMessageModel::Direction), QStringLiteral("received"));
+    QCOMPARE(text(0, CMessageModel::Meaning), QStringLiteral("Request for all settings"));
+    QCOMPARE(text(2, CMessageModel::Direction), QStringLiteral("sent"));
+    QCOMPARE(text(2, CMessageModel::Meaning), QStringLiteral("Knob 1: value 0"));
+    QCOMPARE(text(2, CMessageModel::Bytes), QStringLiteral("F0 43 10 3E 18 05 02 04 00 00 F7"));
 }
 
-void TestDevicePanel::logKeepsTheLast500Messages()
+void TestDevicePanel::reportOfNoKnobIsShownAsItIs()
 {
-    for (int i = 0; i < 1000; ++i)
-        m_device->turn(i % 8, i % 128);
-    QTRY_VERIFY(!messages().isEmpty() && messages().last().endsWith(inWords(noticeValue(999 % 8, 999 % 128))));
-    QCOMPARE(messages().size(), CDevicePanel::k_messagesShown);
-    m_device->turn(1, 2);
-    QTRY_VERIFY(messages().last().endsWith(inWords(noticeValue(1, 2))));
-    QCOMPARE(messages().size(), CDevicePanel::k_messagesShown);
+    m_device->send(noticeValue(100, 1));
+    QTRY_VERIFY(child<QLabel>("display")->text().endsWith("Sent: Knob 101: value 1"));
+}
+
+void TestDevicePanel::keepsUpWithAFlood()
+{
+    constexpr int k_turns = 8000;
+    for (int turn = 0; turn < k_turns; ++turn)
+        m_device->turn(turn % 8, turn % 128);
+    const QAbstractItemModel& shown = *child<QTableView>("messages")->model();
+    const QString last = PanelText::meaning(noticeValue((k_turns - 1) % 8, (k_turns - 1) % 128));
+    QTRY_COMPARE(shown.index(shown.rowCount() - 1, CMessageModel::Meaning).data().toString(), last);
+    QCOMPARE(shown.rowCount(), CMessageModel::k_limit);
 }
 
 void TestDevicePanel::switchSilencesAndEndsTheSilence()
