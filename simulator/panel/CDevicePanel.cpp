@@ -10,6 +10,7 @@
 #include "simulator/panel/PanelText.h"
 
 #include <QGridLayout>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QTimer>
 
@@ -71,6 +72,7 @@ void CDevicePanel::moveCable(bool in)
         emit cablePutIn();
     else
         m_device.unplug();
+    m_restart->setVisible(m_device.isPlugged());
     refresh();
 }
 
@@ -110,9 +112,17 @@ QLayout* CDevicePanel::createHead()
     m_jack->setAccessibleDescription(m_jack->toolTip());
     connect(m_jack, &CPanelJack::toggled, this, &CDevicePanel::moveCable);
 
+    m_restart = new QPushButton(tr("&Restart editor"));
+    m_restart->setObjectName("restart");
+    m_restart->setToolTip(tr("Closes the editor and starts it again; the device goes on"));
+    m_restart->setVisible(false);
+    connect(m_restart, &QPushButton::clicked, this, &CDevicePanel::editorRestartWanted);
+
     auto* const head = new QHBoxLayout;
     head->setContentsMargins(0, 3, 0, 3);
     head->addWidget(m_silence);
+    head->addStretch();
+    head->addWidget(m_restart);
     head->addStretch();
     head->addWidget(m_jack);
     return head;

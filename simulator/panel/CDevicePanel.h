@@ -14,6 +14,7 @@ class CPanelKnob;
 class CPanelSwitch;
 class QGridLayout;
 class QLayout;
+class QPushButton;
 
 /// A window onto a simulated device: its knobs to turn, what it holds, what it hears and says, and two faults.
 ///
@@ -30,6 +31,9 @@ class CDevicePanel : public QWidget
   signals:
     /// The cable was put in: the device is to be plugged in before the signal's receiver returns.
     void cablePutIn();
+
+    /// An editor that has lost the device has to be started again, and the user asks for it.
+    void editorRestartWanted();
 
   private slots:
     void refresh();
@@ -50,6 +54,7 @@ class CDevicePanel : public QWidget
     CPanelDisplay* m_display = nullptr;
     CPanelSwitch* m_silence = nullptr;
     CPanelJack* m_jack = nullptr;
+    QPushButton* m_restart = nullptr; ///< seen from when the cable has been pulled and put in again
     CMessageTable* m_messages = nullptr;
     QElapsedTimer m_sinceRefresh;
     qint64 m_nextTraffic = 0;

@@ -7,6 +7,8 @@
 #include "tests/support/CTestCase.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
 #include <QLabel>
 #include <QTableView>
 
@@ -35,6 +37,9 @@ class TestDevicePanel : public CTestCase
     void cableIsPulledAndPutInByDrag();
     void cableStaysOutWhereNobodyPlugsItIn();
     void cableFollowsTheDevice();
+    void editorIsRestartedOnceTheCableIsInAgain();
+    void everyControlHasANameAndIsReachedByTab();
+    void switchAndCableAreCheckBoxesForScreenReaders();
     void clockMovesWithRealTime();
 
   private:
@@ -203,6 +208,48 @@ void TestDevicePanel::cableFollowsTheDevice()
 {
     m_device->unplug();
     QTRY_VERIFY(!child<QAbstractButton>("cable")->isChecked());
+}
+
+void TestDevicePanel::editorIsRestartedOnceTheCableIsInAgain()
+{
+    auto* const restart = child<QAbstractButton>("restart");
+    auto* const cable = child<QAbstractButton>("cable");
+    QVERIFY(!restart->isVisible());
+    QTest::mouseClick(cable, Qt::LeftButton);
+    QVERIFY(!restart->isVisible());
+    QTest::mouseClick(cable, Qt::LeftButton);
+    QVERIFY(restart->isVisible());
+    QSignalSpy wanted(m_panel.get(), &CDevicePanel::editorRestartWanted);
+    QTest::mouseClick(restart, Qt::LeftButton);
+    QCOMPARE(wanted.size(), 1);
+}
+
+void TestDevicePanel::everyControlHasANameAndIsReachedByTab()
+{
+    const auto name = [](QWidget* widget) {
+        return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+    };
+    m_panel->activateWindow();
+    child<QAbstractButton>("silence")->setFocus();
+    QTRY_VERIFY(child<QAbstractButton>("silence")->hasFocus());
+    QStringList names{name(QApplication::focusWidget())};
+    do {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        names += name(QApplication::focusWidget());
+    } while (names.last() != names.first() && names.size() < 20);
+    QCOMPARE(names, QStringList({"Answers nothing", "Cable", "Knob 1", "Knob 2", "Knob 3", "Knob 4", "Knob 5", "Knob 6",
+                                 "Knob 7", "Knob 8", "Filter", "Copy", "Save As...", "Messages", "Answers nothing"}));
+}
+
+void TestDevicePanel::switchAndCableAreCheckBoxesForScreenReaders()
+{
+    for (const char* const control : {"silence", "cable"}) {
+        auto* const button = child<QAbstractButton>(control);
+        QAccessibleInterface* const shown = QAccessible::queryAccessibleInterface(button);
+        QCOMPARE(shown->role(), QAccessible::CheckBox);
+        QCOMPARE(bool(shown->state().checked), button->isChecked());
+        QVERIFY(!shown->text(QAccessible::Description).isEmpty());
+    }
 }
 
 void TestDevicePanel::clockMovesWithRealTime()
