@@ -7,6 +7,7 @@
 #include "simulator/panel/CPanelJack.h"
 #include "simulator/panel/CPanelKnob.h"
 #include "simulator/panel/CPanelSwitch.h"
+#include "simulator/panel/PanelLook.h"
 #include "simulator/panel/PanelText.h"
 
 #include <QGridLayout>
@@ -30,6 +31,7 @@ constexpr int k_sideMargin = 20;
 CDevicePanel::CDevicePanel(CSimulatedDevice& device, QWidget* parent) : QWidget(parent), m_device(device)
 {
     setWindowTitle(tr("KTZ-JX device"));
+    setPalette(PanelLook::palette());
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});

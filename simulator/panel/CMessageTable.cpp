@@ -28,26 +28,10 @@ constexpr int k_barMargin = 8;
 constexpr int k_rowPadding = 4;
 constexpr int k_rowsAtLeast = 6;
 constexpr int k_smallestFont = 9; // pixels
-
-QPalette skinPalette()
-{
-    QPalette palette;
-    palette.setColor(QPalette::Window, plate);
-    palette.setColor(QPalette::Button, plate);
-    palette.setColor(QPalette::Base, white);
-    palette.setColor(QPalette::AlternateBase, plate);
-    palette.setColor(QPalette::PlaceholderText, steel);
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, graphite);
-    palette.setColor(QPalette::Highlight, graphite);
-    palette.setColor(QPalette::HighlightedText, white);
-    return palette;
-}
 } // namespace
 
 CMessageTable::CMessageTable(QWidget* parent) : QWidget(parent)
 {
-    setPalette(skinPalette());
     m_filtered.setSourceModel(&m_model);
     m_filtered.setFilterKeyColumn(-1); // any of them
     m_filtered.setFilterCaseSensitivity(Qt::CaseInsensitive);

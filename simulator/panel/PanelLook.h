@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPalette>
 
 /// Colours and fonts of the panel: those of the skin beside which it stands. `resources/skin/README.md` says what each
 /// colour is for.
@@ -43,5 +44,21 @@ inline constexpr QColor glow(0xb6, 0xff, 0xae);
 [[nodiscard]] inline QFont numberFont()
 {
     return font(k_fontGLT10Bold, 10);
+}
+
+/// What the desktop's own widgets are painted with on the panel, on dark desktops too.
+[[nodiscard]] inline QPalette palette()
+{
+    QPalette palette;
+    palette.setColor(QPalette::Window, plate);
+    palette.setColor(QPalette::Button, plate);
+    palette.setColor(QPalette::Base, white);
+    palette.setColor(QPalette::AlternateBase, plate);
+    palette.setColor(QPalette::PlaceholderText, steel);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, graphite);
+    palette.setColor(QPalette::Highlight, graphite);
+    palette.setColor(QPalette::HighlightedText, white);
+    return palette;
 }
 } // namespace PanelLook
