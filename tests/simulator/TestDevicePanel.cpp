@@ -2,6 +2,7 @@
 #include "simulator/panel/CDevicePanel.h"
 #include "simulator/panel/CMessageModel.h"
 #include "simulator/panel/CPanelKnob.h"
+#include "simulator/panel/PanelLook.h"
 #include "simulator/panel/PanelText.h"
 #include "tests/simulator/CRecordingTransport.h"
 #include "tests/support/CTestCase.h"
@@ -40,6 +41,7 @@ class TestDevicePanel : public CTestCase
     void editorIsRestartedOnceTheCableIsInAgain();
     void everyControlHasANameAndIsReachedByTab();
     void switchAndCableAreCheckBoxesForScreenReaders();
+    void darkDesktopLeavesThePlateLight();
     void clockMovesWithRealTime();
 
   private:
@@ -249,6 +251,19 @@ void TestDevicePanel::switchAndCableAreCheckBoxesForScreenReaders()
         QCOMPARE(shown->role(), QAccessible::CheckBox);
         QCOMPARE(bool(shown->state().checked), button->isChecked());
         QVERIFY(!shown->text(QAccessible::Description).isEmpty());
+    }
+}
+
+void TestDevicePanel::darkDesktopLeavesThePlateLight()
+{
+    const QPalette desktop = QApplication::palette();
+    QApplication::setPalette(QPalette(Qt::black));
+    const CDevicePanel panel(*m_device);
+    QApplication::setPalette(desktop);
+    for (const char* const name : {"restart", "copy", "save"}) {
+        const QPalette palette = panel.findChild<QAbstractButton*>(name)->palette();
+        QCOMPARE(palette.color(QPalette::Button), QColor(PanelLook::plate));
+        QCOMPARE(palette.color(QPalette::ButtonText), QColor(PanelLook::graphite));
     }
 }
 
