@@ -130,6 +130,9 @@ void CPanelJack::paintEvent(QPaintEvent*)
     painter.setClipRect(QRectF(k_socket.left() + 4, 0, width(), height()));
     drawPlug(painter, plug);
     painter.restore();
+    QRectF inside = k_socket.adjusted(2, 2, -2, -2);
+    inside.setRight(std::min(inside.right(), plug.left()));
+    painter.fillRect(inside, faint(ink, 0.5)); // what is deep in the socket is in its shadow
     if (hasFocus()) {
         painter.setPen(QPen(green, 1.5));
         painter.setBrush(Qt::NoBrush);

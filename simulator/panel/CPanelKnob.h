@@ -14,7 +14,7 @@ class CPanelKnob : public QDial
 
   public:
     /// knob   0 to 7; counted from 1 for people.
-    CPanelKnob(int knob, QWidget* parent = nullptr);
+    explicit CPanelKnob(int knob, QWidget* parent = nullptr);
 
     /// Shows what the device holds, without turning the knob.
     void hold(int value, const KnobSettings& settings);
