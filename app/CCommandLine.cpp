@@ -4,8 +4,10 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
 
 namespace
 {
@@ -116,12 +118,11 @@ void CCommandLine::keepForEditor(const QString& program)
         // The toolkit would take a name with a dash for an option.
         m_left.push_back(path.startsWith('-') ? "./" + path : path);
     }
-    for (QByteArray& word : m_left)
-        m_argv.push_back(word.data());
+    std::ranges::transform(m_left, std::back_inserter(m_argv), [](QByteArray& word) { return word.data(); });
     m_argv.push_back(nullptr);
 }
 
-QByteArray CCommandLine::value(const QString& name) const
+QByteArray CCommandLine::valueOf(const QString& name) const
 {
     return m_parser.value(name).toLatin1();
 }

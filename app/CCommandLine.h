@@ -26,7 +26,7 @@ class CCommandLine
     [[nodiscard]] std::optional<int> parse(int argc, char** argv);
 
     /// What stands behind an option, byte by byte; empty if it was not given.
-    [[nodiscard]] QByteArray value(const QString& name) const;
+    [[nodiscard]] QByteArray valueOf(const QString& name) const;
 
     /// What is left for runEditor(): the program, options of the toolkit, the file if there is one. Borrowed from this
     /// object; the toolkit takes its own options out of the list.

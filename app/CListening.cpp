@@ -8,7 +8,7 @@
 CListening::CListening(CMainWindow* window) : QObject(window), m_window(window)
 {
     QAccessible::installActivationObserver(this);
-    accessibilityActiveChanged(QAccessible::isActive());
+    CListening::accessibilityActiveChanged(QAccessible::isActive());
 }
 
 CListening::~CListening()

@@ -84,6 +84,7 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, Editor
         g_mainWindow = &mainWindow;
         QObject::connect(&application, SIGNAL(lastWindowClosed()), &application, SLOT(quit()));
         result = QApplication::exec();
+        g_mainWindow = nullptr;
         singleEditor.refuse();
     }
     return result != 0 ? 1 : 0;

@@ -29,7 +29,7 @@ namespace
 struct Editor
 {
     ParamCategory category;
-    const char* name; ///< as it is spoken
+    const char* name; ///< as it is spoken; cppcheck-suppress unusedStructMember
     QRect place;
     const QString* mimeType; ///< in which the setting is copied
     const QString* pictures; ///< a strip with one for each value, which the editor shows; null for the number
@@ -162,7 +162,7 @@ QString CControlView::nameOf(const CSlideEditor* editor) const
     return index >= 0 ? QLatin1String(k_editors[static_cast<std::size_t>(index)].name) : QString();
 }
 
-CSlideEditor* CControlView::editor(int category) const
+CSlideEditor* CControlView::editorOf(int category) const
 {
     return m_editors.value(controlOf(category) - k_firstEditor, nullptr);
 }

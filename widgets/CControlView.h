@@ -43,7 +43,7 @@ class CControlView : public QWidget
     [[nodiscard]] QString nameOf(const CSlideEditor* editor) const;
 
     /// The editor of a setting; null for a category that is none.
-    [[nodiscard]] CSlideEditor* editor(int category) const;
+    [[nodiscard]] CSlideEditor* editorOf(int category) const;
 
     /// In the order of reading, from the page's top.
     [[nodiscard]] QList<CSlideEditor*> editorsFromTheTop() const;

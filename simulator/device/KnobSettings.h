@@ -33,9 +33,9 @@ inline constexpr std::array k_ledTypeNames{"ascent", "descend", "concave", "conv
 /// One row a setting, in the order in which they travel.
 inline constexpr std::array k_deviceSettings{
     DeviceSetting{&KnobSettings::cc, "cc", "cc", "CC", 127, {74, 71, 10, 7, 73, 72, 91, 93}, {}},
-    DeviceSetting{&KnobSettings::channel, "ch", "channel", "Channel", 15, {0, 0, 0, 0, 0, 0, 0, 0}, {}},
-    DeviceSetting{&KnobSettings::max, "max", "max", "Max", 127, {127, 127, 127, 127, 127, 127, 127, 127}, {}},
-    DeviceSetting{&KnobSettings::min, "min", "min", "Min", 127, {0, 0, 0, 0, 0, 0, 0, 0}, {}},
+    DeviceSetting{&KnobSettings::channel, "ch", "channel", "channel", 15, {0, 0, 0, 0, 0, 0, 0, 0}, {}},
+    DeviceSetting{&KnobSettings::max, "max", "max", "max", 127, {127, 127, 127, 127, 127, 127, 127, 127}, {}},
+    DeviceSetting{&KnobSettings::min, "min", "min", "min", 127, {0, 0, 0, 0, 0, 0, 0, 0}, {}},
     DeviceSetting{&KnobSettings::led, "led", "led", "LED", 3, {0, 0, 2, 0, 0, 0, 0, 0}, k_ledTypeNames},
 };
 static_assert(sizeof(KnobSettings) == k_deviceSettings.size() * sizeof(int), "every member has a row");

@@ -5,6 +5,7 @@
 namespace
 {
 constexpr qsizetype k_longestShown = 64;
+} // namespace
 
 QString bytesText(const QByteArray& bytes)
 {
@@ -13,7 +14,6 @@ QString bytesText(const QByteArray& bytes)
         return shown;
     return QStringLiteral("%1 ... %2 bytes").arg(shown).arg(bytes.size());
 }
-} // namespace
 
 QString trafficText(const Traffic& traffic)
 {

@@ -1,75 +1,53 @@
 #include "simulator/panel/CDevicePanel.h"
 
 #include "simulator/device/DeviceMessages.h"
-#include "simulator/device/TrafficText.h"
+#include "simulator/panel/CFaceplate.h"
+#include "simulator/panel/CMessageTable.h"
+#include "simulator/panel/CPanelDisplay.h"
+#include "simulator/panel/CPanelJack.h"
+#include "simulator/panel/CPanelKnob.h"
+#include "simulator/panel/CPanelSwitch.h"
+#include "simulator/panel/PanelLook.h"
+#include "simulator/panel/PanelText.h"
 
-#include <QDial>
-#include <QFontDatabase>
 #include <QGridLayout>
-#include <QGroupBox>
-#include <QLabel>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTimer>
 
+#include <algorithm>
+#include <chrono>
+
 namespace
 {
-constexpr int k_refreshInterval = 20; // milliseconds
-constexpr int k_knobsInARow = 4;      // as on the device
-constexpr int k_dialSize = 64;
-
-QString holdingText(int value, const KnobSettings& settings)
-{
-    QString text = QStringLiteral("Value %1").arg(value);
-    for (const DeviceSetting& setting : k_deviceSettings) {
-        const QString shown = DeviceMessages::valueInWords(setting, settings.*setting.member);
-        text += QStringLiteral("\n%1 %2").arg(QString::fromLatin1(setting.label), shown);
-    }
-    return text;
-}
+constexpr std::chrono::milliseconds k_refreshInterval{20};
+constexpr std::chrono::milliseconds k_trafficInterval{100}; // as fast as anybody reads, and cheap in a flood
+constexpr int k_knobsInARow = 4;                            // as on the device
+constexpr int k_width = 540;  // pixels, so that the editor has its place beside it on a screen of 1024
+constexpr int k_height = 680; // as the editor
+constexpr int k_sideMargin = 20;
 } // namespace
 
 CDevicePanel::CDevicePanel(CSimulatedDevice& device, QWidget* parent) : QWidget(parent), m_device(device)
 {
     setWindowTitle(tr("KTZ-JX device"));
-
-    m_silence = new QPushButton(tr("&Silence"));
-    m_silence->setObjectName("silence");
-    m_silence->setCheckable(true);
-    m_silence->setChecked(m_device.isSilent());
-    m_silence->setToolTip(tr("The device goes on listening but answers nothing"));
-    connect(m_silence, &QPushButton::toggled, this, &CDevicePanel::silence);
-
-    m_unplug = new QPushButton(tr("&Unplug"));
-    m_unplug->setObjectName("unplug");
-    m_unplug->setToolTip(tr("Pulls the device's cable, for good"));
-    connect(m_unplug, &QPushButton::clicked, this, &CDevicePanel::unplug);
-
-    m_messages = new QPlainTextEdit;
-    m_messages->setObjectName("messages");
-    m_messages->setReadOnly(true);
-    m_messages->setMaximumBlockCount(k_messagesShown);
-    m_messages->setLineWrapMode(QPlainTextEdit::NoWrap);
-    QFont fixedFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fixedFont.setPixelSize(fontInfo().pixelSize() - 1);
-    m_messages->setFont(fixedFont);
-    m_messages->setMinimumSize(560, 180);
-
-    auto* const buttons = new QHBoxLayout;
-    buttons->addWidget(new QLabel(tr("Messages, as the device sees them")));
-    buttons->addStretch();
-    buttons->addWidget(m_silence);
-    buttons->addWidget(m_unplug);
+    setPalette(PanelLook::palette());
 
     auto* const layout = new QVBoxLayout(this);
-    layout->addLayout(createKnobs());
-    layout->addLayout(buttons);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(createFaceplate());
+    m_messages = new CMessageTable;
     layout->addWidget(m_messages, 1);
+    resize(k_width, k_height);
 
-    auto* const timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, &CDevicePanel::refresh);
-    timer->start(k_refreshInterval);
+    const auto repeat = [this](std::chrono::milliseconds interval, void (CDevicePanel::*slot)()) {
+        auto* const timer = new QTimer(this);
+        connect(timer, &QTimer::timeout, this, slot);
+        timer->start(interval);
+    };
+    repeat(k_refreshInterval, &CDevicePanel::refresh);
+    repeat(k_trafficInterval, &CDevicePanel::showTraffic);
     m_sinceRefresh.start();
     refresh();
 }
@@ -77,10 +55,9 @@ CDevicePanel::CDevicePanel(CSimulatedDevice& device, QWidget* parent) : QWidget(
 void CDevicePanel::refresh()
 {
     m_device.advance(m_sinceRefresh.restart());
-    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
-        showKnob(knob);
-    showTraffic();
-    m_unplug->setEnabled(m_device.isPlugged());
+    showKnobs();
+    const QSignalBlocker noPull(m_jack);
+    m_jack->setChecked(m_device.isPlugged());
 }
 
 void CDevicePanel::silence(bool on)
@@ -91,56 +68,118 @@ void CDevicePanel::silence(bool on)
         m_device.answer();
 }
 
-void CDevicePanel::unplug()
+void CDevicePanel::moveCable(bool in)
 {
-    m_device.unplug();
+    if (in)
+        emit cablePutIn();
+    else
+        m_device.unplug();
+    m_restart->setVisible(m_device.isPlugged());
     refresh();
+}
+
+QWidget* CDevicePanel::createFaceplate()
+{
+    m_display = new CPanelDisplay;
+    auto* const plate = new CFaceplate;
+    plate->setMinimumWidth(k_width);
+    auto* const layout = new QVBoxLayout(plate);
+    layout->setContentsMargins(k_sideMargin, 0, 0, CFaceplate::k_footHeight + 8);
+    layout->setSpacing(12);
+    layout->addLayout(createHead());
+    auto* const body = new QVBoxLayout;
+    body->setContentsMargins(0, 0, k_sideMargin, 0);
+    body->setSpacing(14);
+    body->addWidget(m_display);
+    body->addLayout(createKnobs());
+    layout->addLayout(body);
+    return plate;
+}
+
+QLayout* CDevicePanel::createHead()
+{
+    m_silence = new CPanelSwitch(tr("Answers nothing"));
+    m_silence->setObjectName("silence");
+    m_silence->setShortcut(tr("Alt+S"));
+    m_silence->setChecked(m_device.isSilent());
+    m_silence->setToolTip(tr("The device goes on listening but says nothing"));
+    m_silence->setAccessibleDescription(m_silence->toolTip());
+    connect(m_silence, &CPanelSwitch::toggled, this, &CDevicePanel::silence);
+
+    m_jack = new CPanelJack(tr("Cable"));
+    m_jack->setObjectName("cable");
+    m_jack->setShortcut(tr("Alt+U"));
+    m_jack->setChecked(m_device.isPlugged());
+    m_jack->setToolTip(tr("Pull the cable, or put it in again: the editor has to be started again then"));
+    m_jack->setAccessibleDescription(m_jack->toolTip());
+    connect(m_jack, &CPanelJack::toggled, this, &CDevicePanel::moveCable);
+
+    m_restart = new QPushButton(tr("&Restart editor"));
+    m_restart->setObjectName("restart");
+    m_restart->setToolTip(tr("Closes the editor and starts it again; the device goes on"));
+    m_restart->setVisible(false);
+    connect(m_restart, &QPushButton::clicked, this, &CDevicePanel::editorRestartWanted);
+
+    auto* const head = new QHBoxLayout;
+    head->setContentsMargins(0, 3, 0, 3);
+    head->addWidget(m_silence);
+    head->addStretch();
+    head->addWidget(m_restart);
+    head->addStretch();
+    head->addWidget(m_jack);
+    return head;
 }
 
 QGridLayout* CDevicePanel::createKnobs()
 {
     auto* const grid = new QGridLayout;
-    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
-        grid->addWidget(createKnob(knob), knob / k_knobsInARow, knob % k_knobsInARow);
+    grid->setVerticalSpacing(8);
+    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob) {
+        auto* const shown = new CPanelKnob(knob);
+        connect(shown, &CPanelKnob::valueChanged, this, [this, knob](int value) { m_device.turn(knob, value); });
+        m_knobs.at(static_cast<size_t>(knob)) = shown;
+        grid->addWidget(shown, knob / k_knobsInARow, knob % k_knobsInARow, Qt::AlignHCenter);
+    }
     return grid;
 }
 
-QWidget* CDevicePanel::createKnob(int knob)
+void CDevicePanel::showKnobs()
 {
-    auto* const dial = new QDial;
-    dial->setObjectName(QStringLiteral("dial%1").arg(knob));
-    dial->setRange(0, 127);
-    dial->setFixedSize(k_dialSize, k_dialSize);
-    connect(dial, &QDial::valueChanged, this, [this, knob](int value) { m_device.turn(knob, value); });
-
-    auto* const settings = new QLabel;
-    settings->setObjectName(QStringLiteral("settings%1").arg(knob));
-
-    auto* const box = new QGroupBox(tr("Knob %1").arg(knob));
-    auto* const layout = new QHBoxLayout(box);
-    layout->addWidget(dial);
-    layout->addWidget(settings, 1);
-    m_knobs.at(static_cast<size_t>(knob)) = {dial, settings};
-    return box;
-}
-
-void CDevicePanel::showKnob(int knob)
-{
-    const Knob& shown = m_knobs.at(static_cast<size_t>(knob));
-    const int value = m_device.value(knob);
-    const QSignalBlocker noTurn(shown.dial);
-    shown.dial->setValue(value);
-    shown.settings->setText(holdingText(value, m_device.settings(knob)));
+    for (int knob = 0; knob < CSimulatedDevice::k_knobs; ++knob)
+        m_knobs.at(static_cast<size_t>(knob))->hold(m_device.value(knob), m_device.settings(knob));
 }
 
 void CDevicePanel::showTraffic()
 {
-    const QList<Traffic> traffic = m_device.trafficSince(m_nextTraffic);
-    if (traffic.isEmpty())
+    const QList<Traffic> messages = m_device.trafficSince(m_nextTraffic);
+    if (messages.isEmpty())
         return;
-    m_nextTraffic = traffic.last().number + 1;
-    QStringList lines;
-    for (const Traffic& message : traffic.last(qMin<qsizetype>(traffic.size(), k_messagesShown)))
-        lines += trafficText(message);
-    m_messages->appendPlainText(lines.join('\n'));
+    m_nextTraffic = messages.last().number + 1;
+    m_messages->add(messages);
+    showOnDisplay(messages);
+}
+
+/// The last of either direction, but for the keep-alive, which would leave nothing else to be read.
+void CDevicePanel::showOnDisplay(const QList<Traffic>& messages)
+{
+    const auto last = [&messages](Traffic::Direction direction) {
+        return std::find_if(messages.rbegin(), messages.rend(), [direction](const Traffic& message) {
+            return message.direction == direction &&
+                   DeviceMessages::typeOf(message.bytes) != DeviceMessages::Type::Keep;
+        });
+    };
+    if (const auto received = last(Traffic::Direction::ToDevice); received != messages.rend())
+        m_display->showReceived(displayText(received->bytes));
+    if (const auto sent = last(Traffic::Direction::FromDevice); sent != messages.rend())
+        m_display->showSent(displayText(sent->bytes));
+}
+
+QString CDevicePanel::displayText(const QByteArray& message) const
+{
+    if (DeviceMessages::typeOf(message) != DeviceMessages::Type::NoticeValue)
+        return PanelText::meaning(message);
+    const int knob = DeviceMessages::knobOf(message);
+    if (knob >= CSimulatedDevice::k_knobs)
+        return PanelText::meaning(message);
+    return PanelText::turned(knob, m_device.settings(knob), DeviceMessages::valueOf(message));
 }

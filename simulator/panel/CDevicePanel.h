@@ -7,16 +7,20 @@
 
 #include <array>
 
-class QDial;
+class CMessageTable;
+class CPanelDisplay;
+class CPanelJack;
+class CPanelKnob;
+class CPanelSwitch;
 class QGridLayout;
-class QLabel;
-class QPlainTextEdit;
+class QLayout;
 class QPushButton;
 
 /// A window onto a simulated device: its knobs to turn, what it holds, what it hears and says, and two faults.
 ///
 /// Clock    the panel moves the device's clock along with real time while it exists.
 /// Device   borrowed; outlives the panel.
+/// Cable    pulling it unplugs the device; only the panel's owner knows what it is to be plugged into.
 class CDevicePanel : public QWidget
 {
     Q_OBJECT
@@ -24,30 +28,34 @@ class CDevicePanel : public QWidget
   public:
     explicit CDevicePanel(CSimulatedDevice& device, QWidget* parent = nullptr);
 
-    static constexpr int k_messagesShown = 500;
+  signals:
+    /// The cable was put in: the device is to be plugged in before the signal's receiver returns.
+    void cablePutIn();
+
+    /// An editor that has lost the device has to be started again, and the user asks for it.
+    void editorRestartWanted();
 
   private slots:
     void refresh();
+    void showTraffic();
     void silence(bool on);
-    void unplug();
+    void moveCable(bool in);
 
   private:
-    struct Knob
-    {
-        QDial* dial = nullptr;
-        QLabel* settings = nullptr;
-    };
-
+    [[nodiscard]] QWidget* createFaceplate();
+    [[nodiscard]] QLayout* createHead();
     [[nodiscard]] QGridLayout* createKnobs();
-    [[nodiscard]] QWidget* createKnob(int knob);
-    void showKnob(int knob);
-    void showTraffic();
+    void showKnobs();
+    void showOnDisplay(const QList<Traffic>& messages);
+    [[nodiscard]] QString displayText(const QByteArray& message) const;
 
     CSimulatedDevice& m_device;
-    std::array<Knob, CSimulatedDevice::k_knobs> m_knobs;
-    QPushButton* m_silence = nullptr;
-    QPushButton* m_unplug = nullptr;
-    QPlainTextEdit* m_messages = nullptr;
+    std::array<CPanelKnob*, CSimulatedDevice::k_knobs> m_knobs = {};
+    CPanelDisplay* m_display = nullptr;
+    CPanelSwitch* m_silence = nullptr;
+    CPanelJack* m_jack = nullptr;
+    QPushButton* m_restart = nullptr; ///< seen from when the cable has been pulled and put in again
+    CMessageTable* m_messages = nullptr;
     QElapsedTimer m_sinceRefresh;
     qint64 m_nextTraffic = 0;
 };

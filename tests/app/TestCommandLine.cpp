@@ -101,7 +101,7 @@ void TestCommandLine::ownOptionHasItsValueByteByByte()
     CCommandLine commandLine(QStringLiteral("ktz-jx-demo"), QString());
     commandLine.addOption(QStringLiteral("log"), QStringLiteral("file"), QString());
     QCOMPARE(parse(commandLine, {"p", "--log", "\xff.log", "a.CJX"}), -1);
-    QCOMPARE(commandLine.value(QStringLiteral("log")), QByteArray("\xff.log"));
+    QCOMPARE(commandLine.valueOf(QStringLiteral("log")), QByteArray("\xff.log"));
     QCOMPARE(left(commandLine), (Words{"p", "a.CJX"}));
 }
 

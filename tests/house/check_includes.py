@@ -18,7 +18,7 @@ MAY_INCLUDE = {
     "midi/mac": ["midi", "app/common"],
     "simulator/device": ["app/common"],
     "simulator/transports": ["simulator/device", "midi/alsa", "midi", "app/common"],
-    "simulator/panel": ["simulator/device"],
+    "simulator/panel": ["simulator/device", "app/common"],
     "simulator/console": ["simulator/device", "simulator/transports", "app/common"],
     "device": ["midi", "app/common"],
     "connection": ["device", "app/common"],

@@ -21,7 +21,7 @@ CKnobLED* CAccessibleRing::ring() const
 int CAccessibleRing::litLEDs() const
 {
     const auto* page = qobject_cast<CControlView*>(ring()->parentWidget());
-    const CSlideEditor* type = page != nullptr ? page->editor(k_ledTypeCategory) : nullptr;
+    const CSlideEditor* type = page != nullptr ? page->editorOf(k_ledTypeCategory) : nullptr;
     return type != nullptr ? ring()->getImageIndexByType(type->getValue()) * k_ledsOfAState : 0;
 }
 
