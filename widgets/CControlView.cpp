@@ -29,7 +29,8 @@ namespace
 struct Editor
 {
     ParamCategory category;
-    const char* name; ///< as it is spoken; cppcheck-suppress unusedStructMember
+    // cppcheck-suppress unusedStructMember ; nameOf() reads it
+    const char* name; ///< as it is spoken
     QRect place;
     const QString* mimeType; ///< in which the setting is copied
     const QString* pictures; ///< a strip with one for each value, which the editor shows; null for the number
