@@ -168,7 +168,7 @@ def check_reports(window, panel):
 
 
 def check_loss(window, panel):
-    do(child(panel, "Unplug"), "Press")
+    do(pyatspi.findDescendant(panel, lambda node: node.name == "Cable"), "Toggle")
     mark = child(window, "Online")
     wait("the loss", lambda: not mark.getState().contains(pyatspi.STATE_CHECKED))
     boxes = wait("the message", lambda: [node for node in window.getApplication() if node.getRole() == pyatspi.ROLE_ALERT
