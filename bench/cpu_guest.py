@@ -5,6 +5,7 @@ The editor's eight knobs are turned by turns; qxgedit is told as many new values
 """
 
 import contextlib
+import functools
 import subprocess
 import sys
 import time
@@ -13,12 +14,22 @@ from figures import Verdicts, display_and_server
 from guest import USER, prepare, users
 from processor import Peer, print_and_judge, take_turns
 
+PATIENCE = 20   # seconds until a program has loaded everything, and the editor's splash has gone
+
+
+def start_qxgedit(environment):
+    running = subprocess.Popen(USER + ["qxgedit"], env=environment, stderr=subprocess.DEVNULL)
+    time.sleep(PATIENCE)
+    subprocess.run(["aconnect", "Synthesizer:2", "QXGEdit:0"], check=True)
+    return running
+
+
 build = sys.argv[2]
 rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 10
 folder = prepare(build, "ktz-jx-editor", "ktz-bench-source", "ktz-bench-damage")
 peers = {}
 with contextlib.ExitStack() as stack:
-    for name, kind, program in (("editor", "device", f"{folder}/ktz-jx-editor"), ("qxgedit", "synthesizer", "qxgedit")):
+    for name, kind in (("editor", "device"), ("qxgedit", "synthesizer")):
         environment, server = stack.enter_context(display_and_server())
         environment = users(environment)
         source = subprocess.Popen(USER + [f"{folder}/ktz-bench-source", kind], env=environment, stdin=subprocess.PIPE,
@@ -26,11 +37,14 @@ with contextlib.ExitStack() as stack:
         stack.callback(source.terminate)
         if source.stdout.readline() != "ready\n":
             sys.exit("cpu_guest.py: no source of reports")
-        running = subprocess.Popen(USER + [program], env=environment, stderr=subprocess.DEVNULL)
-        stack.callback(running.terminate)
-        peers[name] = Peer(running, source, server, environment)
-    time.sleep(20)   # the splash gone, nothing left to load
-    subprocess.run(["aconnect", "Synthesizer:2", "QXGEdit:0"], check=True)
+        if name == "editor":
+            running, restart = subprocess.Popen(USER + [f"{folder}/ktz-jx-editor"], env=environment), None
+        else:
+            # It does not always survive a thousand messages a second.
+            restart = functools.partial(start_qxgedit, environment)
+            running = restart()
+        peers[name] = Peer(running, source, server, environment, restart)
+        stack.callback(lambda peer=peers[name]: peer.program.terminate())
     take_turns(peers, f"{folder}/ktz-bench-damage", rounds)
 verdicts = Verdicts()
 print_and_judge(f"cpu, {rounds} rounds: median (middle half)", peers, "editor", "qxgedit", 1, verdicts)

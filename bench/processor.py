@@ -1,5 +1,6 @@
 """Processor time of programs that take turns under the same reports, and of each one's X server."""
 
+import contextlib
 import statistics
 import subprocess
 import time
@@ -17,25 +18,35 @@ def used(process):
 
 
 class Peer:
-    """A program on a display of its own, and the source that feeds it: a process that takes orders by lines."""
+    """A program on a display of its own, and the source that feeds it: a process that takes orders by lines.
 
-    def __init__(self, program, source, server, environment):
+    restart starts a program that may end under the load once more; without it an end is an error.
+    """
+
+    def __init__(self, program, source, server, environment, restart=None):
         self.program, self.source, self.server, self.environment = program, source, server, environment
+        self.restart = restart
+        self.ends = 0
         self.own = {rate: [] for rate in RATES}      # milliseconds of processor time in a second
         self.servers = {rate: [] for rate in RATES}
         self.painted = {}                            # (rectangles, megapixels) a second
         self.refused = {rate: 0 for rate in RATES}   # reports for which the program's queue had no room
 
     def under_load(self, rate, work):
-        """Calls work while the reports come, once they have come for a while."""
-        self.source.stdin.write(f"{rate * (SETTLE + SECONDS + 1)} {rate}\n")
-        self.source.stdin.flush()
-        time.sleep(SETTLE)
-        result = work()
-        self.refused[rate] += int(self.source.stdout.readline())
-        if self.program.poll() is not None:
-            raise RuntimeError(f"{self.program.args[-1]} has ended, status {self.program.returncode}")
-        return result
+        """Calls work while the reports come, once they have come for a while; again if the program did not last."""
+        while True:
+            self.source.stdin.write(f"{rate * (SETTLE + SECONDS + 1)} {rate}\n")
+            self.source.stdin.flush()
+            time.sleep(SETTLE)
+            with contextlib.suppress(ProcessLookupError):
+                result = work()
+            self.refused[rate] += int(self.source.stdout.readline())
+            if self.program.poll() is None:
+                return result
+            if self.restart is None:
+                raise RuntimeError(f"{self.program.args[-1]} has ended, status {self.program.returncode}")
+            self.ends += 1
+            self.program = self.restart()
 
     def measure(self, rate):
         def work():
@@ -74,6 +85,9 @@ def print_and_judge(title, peers, editor, other, target, verdicts):
             rectangles, megapixels = peer.painted[rate]
             print_row(f"{name} at {rate} a second", spread(peer.own[rate], "ms"), spread(peer.servers[rate], "ms"),
                       f"{rectangles:.0f}, {megapixels:.2f} Mpx", str(peer.refused[rate]))
+    for name, peer in peers.items():
+        if peer.ends:
+            print(f"{name} ended {peer.ends} times under the load and was started again")
     for rate in RATES:
         mine, others = peers[editor], peers[other]
         verdicts.at_least(f"{editor} paints at {rate} a second, rectangles", mine.painted[rate][0], 1)
