@@ -15,7 +15,17 @@ using Clock = std::chrono::steady_clock;
 class CNewsWriter
 {
   public:
-    CNewsWriter(const CtlContext& context, const SettingsTable& held) : m_context(context), m_held(held) {}
+    explicit CNewsWriter(const CtlContext& context) : m_context(context) {}
+
+    /// What the device said before it is watched: no lines, but where the changes begin.
+    void learn(const DeviceNews& news)
+    {
+        const SettingsTable said = tableOf(news.data);
+        for (std::size_t knob = 0; knob < said.size(); ++knob) {
+            if (news.type == k_changeParamMessage && news.data.contains(QString::number(knob)))
+                m_held[knob] = said[knob];
+        }
+    }
 
     /// false: enough lines, or nobody reads them.
     [[nodiscard]] bool write(const DeviceNews& news)
@@ -84,8 +94,10 @@ CtlStatus runWatch(const CtlContext& context)
     if (status != CtlStatus::Done)
         return status;
     CDeviceSession& device = sources.device();
-    static_cast<void>(device.takeNews()); // the answer to what was asked
-    CNewsWriter writer(context, device.settings());
+    CNewsWriter writer(context);
+    // The answer to what was asked.
+    const QList<DeviceNews> answer = device.takeNews();
+    std::ranges::for_each(answer, [&](const DeviceNews& news) { writer.learn(news); });
     const QDeadlineTimer deadline = context.arguments.watchTime ? QDeadlineTimer(*context.arguments.watchTime)
                                                                 : QDeadlineTimer(QDeadlineTimer::Forever);
     const auto writeNews = [&] {

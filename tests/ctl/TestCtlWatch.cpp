@@ -13,6 +13,7 @@ class TestCtlWatch : public CTestCase
     void jsonIsAnObjectALine();
     void reportOfWhatIsKnownIsNoChange();
     void everyTurnOfAFloodIsThere();
+    void nothingIsOlderThanTheWatch();
     void endsAfterATime();
     void endsWhenToldTo();
     void endsWhenNobodyReads();
@@ -105,6 +106,23 @@ void TestCtlWatch::everyTurnOfAFloodIsThere()
     QCOMPARE(lines.size(), turns);
     for (int i = 0; i < turns; ++i)
         QCOMPARE(lines[i], QStringLiteral("%1.value=%2").arg(i % 8 + 1).arg(i % 128));
+}
+
+void TestCtlWatch::nothingIsOlderThanTheWatch()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    // The knobs turn already while the device says what it holds.
+    std::jthread hands([&](const std::stop_token& rest) {
+        for (int i = 0; !rest.stop_requested(); ++i) {
+            fixture.device.turn(i % 8, i % 128);
+            std::this_thread::sleep_for(10us);
+        }
+    });
+    for (int i = 0; i < 20; ++i) {
+        const CtlOutcome outcome = fixture.run({"watch", "--count", "1", "--json"});
+        QVERIFY(outcome.json().value("time").toDouble(-1) >= 0);
+    }
 }
 
 void TestCtlWatch::endsAfterATime()
