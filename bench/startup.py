@@ -15,7 +15,12 @@ QUIET = 1000   # ms without large damage: longer than any pause while starting, 
 
 build = sys.argv[1]
 rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 15
-programs = {"empty": f"{build}/bin/ktz-bench-empty", "editor": f"{build}/bin/ktz-jx-editor", "qxgedit": "qxgedit"}
+programs = {
+    "empty": f"{build}/bin/ktz-bench-empty",
+    "structure": f"{build}/bin/ktz-bench-structure",
+    "editor": f"{build}/bin/ktz-jx-editor",
+    "qxgedit": "qxgedit",
+}
 if not shutil.which("qxgedit"):
     sys.exit("startup.py: the comparison needs Debian's package qxgedit")
 
@@ -35,6 +40,7 @@ print_header("picture stands", "own processor time")
 for name in programs:
     print_row(name, spread(picture[name], "ms"), spread(processor[name], "ms"))
 median = {name: statistics.median(picture[name]) for name in programs}
+print_row("structure / empty window", f"{median['structure'] / median['empty']:.2f}")
 verdicts = Verdicts()
 verdicts.at_most("editor / empty window", median["editor"] / median["empty"], 1.6)
 verdicts.at_most("editor / qxgedit", median["editor"] / median["qxgedit"], 0.33)
