@@ -177,10 +177,13 @@ QList<CSlideEditor*> CControlView::editorsFromTheTop() const
 
 void CControlView::select(int control, QWidget* widget)
 {
-    updateMark();
-    m_selectedControl = control;
-    m_selectedSlider = widget;
-    updateMark();
+    // Every step of a drag selects what it turns.
+    if (control != m_selectedControl || widget != m_selectedSlider) {
+        updateMark();
+        m_selectedControl = control;
+        m_selectedSlider = widget;
+        updateMark();
+    }
     emit selected(m_numOfKnob);
 }
 
@@ -211,6 +214,8 @@ QRect CControlView::markRect() const
 
 void CControlView::setMarked(bool isMarked)
 {
+    if (isMarked == m_isMarked)
+        return;
     m_isMarked = isMarked;
     updateMark();
 }

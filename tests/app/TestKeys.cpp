@@ -112,6 +112,21 @@ struct Keyboard : EditorFixture
     }
 };
 
+/// Counts the paint events of what it watches.
+class CPaintCounter : public QObject
+{
+    Q_OBJECT
+
+  public:
+    int paints = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 /// Types into the dialogs that open, one after the other: each gets the keys of its turn once it has the keyboard.
 class CDialogKeys : public QObject
 {
@@ -197,6 +212,7 @@ class TestKeys : public CTestCase
     void contextMenuByKey_data();
     void contextMenuByKey();
     void oneMarkIsSeen();
+    void anotherStepPaintsNoRing();
     void buttonWithTheFocusIsMarked();
     void wholeSession();
 };
@@ -523,6 +539,29 @@ void TestKeys::oneMarkIsSeen()
     QCOMPARE(keyboard.marked(), QList<int>{1});
     QVERIFY(keyboard.framed().isEmpty());
     QCOMPARE(keyboard.copied(), QStringList{k_mimeType_MIDICh});
+}
+
+void TestKeys::anotherStepPaintsNoRing()
+{
+    Keyboard keyboard;
+    keyboard.startActive();
+    keyboard.slider(1104)->setFocus();
+    keyboard.press(Qt::Key_Up);
+    QCoreApplication::processEvents();
+    CPaintCounter counter;
+    for (int knob = 0; knob < k_numOfKnobs; ++knob)
+        keyboard.knobLED(knob)->installEventFilter(&counter);
+    const int before = keyboard.slider(1104)->value();
+    for (int i = 0; i < 10; ++i) {
+        keyboard.press(Qt::Key_Up);
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(keyboard.slider(1104)->value(), before + 10);
+    QCOMPARE(counter.paints, 0);
+    // What is counted does come: the LED type is drawn by the ring.
+    keyboard.slider(1504)->setFocus();
+    keyboard.press(Qt::Key_Up);
+    QTRY_VERIFY(counter.paints > 0);
 }
 
 void TestKeys::buttonWithTheFocusIsMarked()
