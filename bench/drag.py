@@ -15,15 +15,19 @@ SPLASH = 4.5   # seconds until it has gone, on a slow day
 build = sys.argv[1]
 rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 10
 # A place in the window: the first knob's controller number; the handle of the slider at its middle.
-programs = {"slider": ("ktz-bench-slider", 51, 210), "editor": ("ktz-jx-editor", 51, 207)}
+programs = {
+    "slider": (["ktz-bench-slider"], 51, 210),
+    "placing slider": (["ktz-bench-slider", "--placing"], 51, 210),
+    "editor": (["ktz-jx-editor"], 51, 207),
+}
 middle = {name: [] for name in programs}
 late = {name: [] for name in programs}
 unseen = 0
 with contextlib.ExitStack() as stack:
     environments = {}
-    for name, (program, _, _) in programs.items():
+    for name, ((program, *options), _, _) in programs.items():
         environments[name] = stack.enter_context(display())
-        running = subprocess.Popen([f"{build}/bin/{program}"], env=environments[name], stderr=subprocess.DEVNULL)
+        running = subprocess.Popen([f"{build}/bin/{program}", *options], env=environments[name], stderr=subprocess.DEVNULL)
         stack.callback(running.terminate)
     time.sleep(SPLASH)
     for turn in range(rounds + 1):
