@@ -111,14 +111,15 @@ void CMainWindow::initialize()
 
     m_menuManager = std::make_unique<CMenuManager>();
     m_menuManager->initialize(this);
-    // Another window's copy, or this one's own by a shortcut, can be pasted without a selection before.
-    connect(QGuiApplication::clipboard(), SIGNAL(dataChanged()), this, SLOT(setEditMenuEnable()));
     m_memory = std::make_unique<CMemAPIWrapper>();
     m_memory->initialize();
     m_file = std::make_unique<CFileWrapper>(this, m_memory.get());
     m_file->initialize();
 
     createControlViews();
+    // Another window's copy, or this one's own by a shortcut, can be pasted without a selection before. The pages hear
+    // of it first.
+    connect(QGuiApplication::clipboard(), SIGNAL(dataChanged()), this, SLOT(setEditMenuEnable()));
     initializeSubController(this);
     m_listening = new CListening(this);
     setAllDefaultParamsToMemAPI();

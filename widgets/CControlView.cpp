@@ -94,7 +94,10 @@ QPointer<const QMimeData>& ownKnobMark()
 }
 } // namespace
 
-CControlView::CControlView(QWidget* parent, CMemAPIWrapper* memory) : QWidget(parent), m_memory(memory) {}
+CControlView::CControlView(QWidget* parent, CMemAPIWrapper* memory) : QWidget(parent), m_memory(memory)
+{
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] { m_canPaste.reset(); });
+}
 
 void CControlView::initialize(int knob)
 {
@@ -182,6 +185,7 @@ void CControlView::select(int control, QWidget* widget)
         updateMark();
         m_selectedControl = control;
         m_selectedSlider = widget;
+        m_canPaste.reset();
         updateMark();
     }
     emit selected(m_numOfKnob);
@@ -261,6 +265,13 @@ bool CControlView::canCopy() const
 
 bool CControlView::canPaste() const
 {
+    if (!m_canPaste)
+        m_canPaste = isClipboardForSelected();
+    return *m_canPaste;
+}
+
+bool CControlView::isClipboardForSelected() const
+{
     const QMimeData* mimeData = QGuiApplication::clipboard()->mimeData();
     return mimeData != nullptr && mimeData->hasFormat(mimeTypeOf(m_selectedControl)) &&
            (m_selectedControl != k_wholeKnob || mimeData == ownKnobMark());
@@ -284,7 +295,7 @@ void CControlView::copy()
 
 void CControlView::paste()
 {
-    if (!canPaste())
+    if (!isClipboardForSelected())
         return;
     if (m_selectedControl == k_wholeKnob) {
         if (m_memory != nullptr)

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QWidget>
 
+#include <optional>
+
 class CKnobLED;
 class CMemAPIWrapper;
 class CSlideEditor;
@@ -34,7 +36,8 @@ class CControlView : public QWidget
 
     [[nodiscard]] bool canCopy() const;
 
-    /// Whether the clipboard holds what the selected control takes.
+    /// Whether the clipboard holds what the selected control takes. Asks the clipboard only when it or the selection
+    /// has changed: its owner may be another program, and every step of a drag wants to know.
     [[nodiscard]] bool canPaste() const;
 
     [[nodiscard]] int knob() const;
@@ -90,6 +93,9 @@ class CControlView : public QWidget
     void watchEditor(CSlideEditor* editor);
     void select(int control, QWidget* widget);
 
+    /// As canPaste(), asked anew.
+    [[nodiscard]] bool isClipboardForSelected() const;
+
     CMemAPIWrapper* m_memory;
     int m_numOfKnob = 0;
     // Children
@@ -97,5 +103,6 @@ class CControlView : public QWidget
     QList<CSlideEditor*> m_editors; ///< in the order of the settings
     int m_selectedControl = 0;      ///< 0 for the knob, from 1 for the editors
     QWidget* m_selectedSlider = nullptr;
+    mutable std::optional<bool> m_canPaste; ///< nothing until it is asked
     bool m_isMarked = false;
 };

@@ -5,6 +5,21 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
+/// Counts how often it is asked what it holds.
+class CAskedMimeData : public QMimeData
+{
+    Q_OBJECT
+
+  public:
+    mutable int m_questions = 0;
+
+    [[nodiscard]] bool hasFormat(const QString& mimeType) const override
+    {
+        ++m_questions;
+        return QMimeData::hasFormat(mimeType);
+    }
+};
+
 /// Copying from a page and pasting onto one.
 class TestControlViewClipboard : public CControlViewTest
 {
@@ -21,6 +36,7 @@ class TestControlViewClipboard : public CControlViewTest
     void canPasteWhatTheSelectedControlTakes_data();
     void canPasteWhatTheSelectedControlTakes();
     void emptyClipboardCannotBePasted();
+    void clipboardIsAskedOnceUntilSomethingChanges();
     void pastedTextEndsInTheEditorsRange_data();
     void pastedTextEndsInTheEditorsRange();
     void pastedSettingReachesTheDevice();
@@ -139,6 +155,30 @@ void TestControlViewClipboard::emptyClipboardCannotBePasted()
         m_page2->paste();
     }
     QCOMPARE(m_connected->device.received().size(), 0);
+}
+
+void TestControlViewClipboard::clipboardIsAskedOnceUntilSomethingChanges()
+{
+    auto* held = new CAskedMimeData;
+    held->setData(k_mimeType_CCNum, "9");
+    QGuiApplication::clipboard()->setMimeData(held);
+    select(m_page2, k_ccNum);
+    QVERIFY(m_page2->canPaste());
+    const int questions = held->m_questions;
+    // As each step of a drag does.
+    for (int i = 0; i < 10; ++i) {
+        select(m_page2, k_ccNum);
+        QVERIFY(m_page2->canPaste());
+    }
+    QCOMPARE(held->m_questions, questions);
+    select(m_page2, k_midiCh);
+    QVERIFY(!m_page2->canPaste());
+    select(m_page2, k_ccNum);
+    QVERIFY(m_page2->canPaste());
+    QGuiApplication::clipboard()->clear();
+    QVERIFY(!m_page2->canPaste());
+    fillClipboard(k_mimeType_CCNum, "7");
+    QVERIFY(m_page2->canPaste());
 }
 
 void TestControlViewClipboard::pastedTextEndsInTheEditorsRange_data()
