@@ -10,6 +10,7 @@ import re
 import shutil
 import subprocess
 import sys
+from html import unescape
 
 import manual_text
 
@@ -50,6 +51,10 @@ def elements(node):
         yield from elements(node.get("/K", pikepdf.Array()))
 
 
+def letters(text):
+    return sum(character.isalnum() for character in text)
+
+
 info = dict(re.findall(r"(?m)^([\w ]+?):\s+(.*)$", output("pdfinfo", path)))
 expect(f"has {info['Pages']} pages, not 8 to 12", 8 <= int(info["Pages"]) <= 12)
 expect(f"is not A4: {info['Page size']}", "A4" in info["Page size"])
@@ -66,6 +71,13 @@ text = re.sub(r"[\s\u00ad]+", " ", output("pdftotext", path, "-"))
 headings = [re.sub(r"<[^>]*>", "", heading) for heading in re.findall(r"<h[23] [^>]*id=[^>]*>(.*?)</h[23]>", html)]
 for heading in headings:
     expect(f"the text cannot be taken out of it: {heading}", heading in text)
+
+# What is read aloud: every word of the page once, but for the heads of tables that go on over the page, and what only is
+# seen: a picture's numbers.
+aloud = letters("".join(re.findall(r'(?m)^\s*"(.*)"$', output("pdfinfo", "-struct-text", path))))
+body = re.sub(r'<span class="callout.*?</span>', "", html[html.index("<body>"):], flags=re.S)
+written = letters(unescape(re.sub(r"<[^>]*>", " ", body)))
+expect(f"reads {aloud} letters aloud, and {written} are written", 0.99 * written < aloud < 1.02 * written)
 
 with pikepdf.open(path) as pdf:
     language = re.search(r'<html lang="(\w+)">', html)[1]

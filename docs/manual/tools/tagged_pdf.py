@@ -1,8 +1,8 @@
 """A page as a tagged PDF document, the same bytes each time.
 
 WeasyPrint lays the page out and tags its text, headings, lists, tables and links. What it leaves out is added before the
-document is written: pictures as figures with their texts, the scopes of a table's heads, what is read in which order
-where something is drawn late, and the foot of a page as no part of the text. Pictures keep their palettes.
+document is written: pictures as figures with their texts, the scopes of a table's heads, and the order of reading where
+something is drawn late. Pictures keep their palettes.
 """
 
 import hashlib
@@ -14,6 +14,8 @@ import struct
 import pikepdf
 import pydyf
 import weasyprint
+
+import tag_tree
 
 # Where the page is said to come from: the document names its pictures after this.
 BASE = "https://manual.invalid/"
@@ -43,45 +45,21 @@ class Tags:
             self.pages.append(structure)
         self._build(structure, element)
 
-    def finish(self, document, pdf):
-        self._objects = pdf.objects
-        pages = [item for item in pdf.objects if isinstance(item, pydyf.Dictionary) and item.get("Type") == "/Page"]
+    def finish(self, document):
         order = {element: place for place, element in enumerate(document._html.etree_element.iter())}
-        tops = self._object(pdf.catalog["StructTreeRoot"])
-        tree, top = self._object(tops["ParentTree"]), self._object(tops["K"][0])
-        for number, (page, structure) in enumerate(zip(pages, self.pages)):
+        for structure in self.pages:
             places = {}
             for key, data in structure.items():
-                if "element" not in data:
+                if "element" not in data or key not in order:
                     continue
                 item = data["element"]
-                if key not in order:
-                    self._leave_out(item, top, self._object(page["Contents"]), tree["Nums"][2 * number + 1])
-                    continue
                 places[item.reference] = order[key]
                 if item["S"] == "/LBody":
                     places[item["P"]] = order[key]
                 describe(key, item)
-            for key, data in structure.items():
-                if "element" in data and key in order:
+            for data in structure.values():
+                if "element" in data:
                     data["element"]["K"].sort(key=lambda kid: places.get(kid, -1))
-
-    def _object(self, reference):
-        return self._objects[int(NUMBER.match(reference)[1])]
-
-    @staticmethod
-    def _leave_out(item, top, content, parents):
-        """The foot of a page belongs to no text."""
-        top["K"].remove(item.reference)
-        for mark in item["K"]:
-            parents[mark] = "null"
-            content.stream = [
-                b"/Artifact BMC" if re.fullmatch(rb"/\w+\s*<<\s*/MCID %d\s*>>\s*BDC" % mark, bytes_of(line)) else line
-                for line in content.stream]
-
-
-def bytes_of(line):
-    return line if isinstance(line, bytes) else pydyf._to_bytes(line)
 
 
 def describe(element, item):
@@ -89,6 +67,8 @@ def describe(element, item):
     if element.get("class") == "picture":
         item["S"] = "/Figure"
         item["Alt"] = pydyf.String(element.find("img").get("alt"))
+    elif element.tag == "ol":
+        item["A"] = pydyf.Dictionary({"O": "/List", "ListNumbering": "/Decimal"})
     elif element.tag == "th":
         scope = "/Row" if element.get("scope") == "row" else "/Column"
         item["A"] = pydyf.Dictionary({"O": "/Table", "Scope": scope})
@@ -127,10 +107,11 @@ def write(page, target):
     tags = Tags(document)
 
     def finish(rendered, pdf):
-        tags.finish(rendered, pdf)
+        tags.finish(rendered)
         keep_palettes(pdf, page.parent)
 
     plain = document.write_pdf(variant="pdf/ua-1", finisher=finish, identifier=hashlib.md5(text.encode()).hexdigest().encode())
     with pikepdf.open(io.BytesIO(plain)) as pdf:
+        tag_tree.straighten(pdf)
         pdf.save(target, object_stream_mode=pikepdf.ObjectStreamMode.generate, compress_streams=True,
                  recompress_flate=False, linearize=False, static_id=True)

@@ -217,10 +217,10 @@ class CPhotographer
         const CControlView& page = *m_views[k_pageShown];
         const QRect frame = page.geometry() + k_pageMargins;
         const auto inFrame = [&](const QPoint& onPage) { return onPage + page.pos() - frame.topLeft(); };
-        std::vector<Callout> callouts{{Side::Right, inFrame(k_knobRect.center() + QPoint(24, 0))}};
+        std::vector<Callout> callouts{{Side::Right, inFrame(k_knobRect.center() + QPoint(30, 0))}};
         for (const QRect& field : {k_ledTypeRect, k_ccNumRect, k_midiChRect, k_maxRect, k_minRect})
-            callouts.push_back({Side::Right, inFrame({field.right() - 14, field.center().y()})});
-        callouts.push_back({Side::Left, inFrame(k_ccNumRect.center() - QPoint(6, 0))});
+            callouts.push_back({Side::Right, inFrame({field.right(), field.center().y()})});
+        callouts.push_back({Side::Left, inFrame({k_midiChRect.left(), k_midiChRect.center().y()})});
         keep(QStringLiteral("page"), pictureOf(m_window, frame), callouts);
     }
 
