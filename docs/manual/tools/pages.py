@@ -76,6 +76,8 @@ class PictureProcessor(Treeprocessor):
                     raise ManualError(f"a picture with {expected} callouts needs a list of as many items behind it")
                 element.set("class", "legend")
                 expected = None
+        if expected is not None:
+            raise ManualError(f"nothing explains the {expected} callouts of the last picture")
         for parent in root.iter():
             for index, child in enumerate(list(parent)):
                 if child.tag == "img" and parent.get("class") != "picture":

@@ -196,16 +196,17 @@ class CPhotographer
     void takeWindow()
     {
         const QRect menus = k_menuRect;
-        const auto middle = [this](const char* button) {
-            return m_window.findChild<QWidget*>(QString::fromLatin1(button))->geometry().center();
+        const auto top = [this](const char* button) {
+            const QRect place = m_window.findChild<QWidget*>(QString::fromLatin1(button))->geometry();
+            return QPoint(place.center().x(), place.top() - 1);
         };
         const QRect mark = m_window.findChild<COnlineMark*>()->geometry();
         const QRect lastPage = m_views.last()->geometry();
         keep(QStringLiteral("window"), pictureOf(m_window, m_window.rect()),
-             {{Side::Top, middle("closeWindowBtn")},
-              {Side::Top, middle("minimizeWindowBtn")},
-              {Side::Top, middle("holdWindowInFrontBtn")},
-              {Side::Top, QPoint(menus.center().x(), menus.top() + 3)},
+             {{Side::Top, top("closeWindowBtn")},
+              {Side::Top, top("minimizeWindowBtn")},
+              {Side::Top, top("holdWindowInFrontBtn")},
+              {Side::Top, QPoint(menus.center().x(), menus.top() - 4)},
               {Side::Right, mark.center()},
               {Side::Left, m_views.first()->geometry().topLeft() + QPoint(2, k_knobRect.center().y())},
               {Side::Right, QPoint(lastPage.right() - 6, lastPage.top() + k_knobRect.center().y())},
