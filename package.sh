@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . packaging/setup.sh
 
-need_packages $packages_build $packages_package
+need_packages $packages_build $packages_manual $packages_package
 build_preset package
 packages=build/packages
 rm -rf $packages

@@ -6,12 +6,12 @@ cd "$(dirname "$0")"
 . packaging/setup.sh
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-    need_packages $packages_build
+    need_packages $packages_build $packages_manual
     build_preset release ktz-jx-demo ktz_manual
     exec build/release/bin/ktz-jx-demo
 fi
 
 echo "There is no display: the demo runs on a virtual one, and a guided tour drives it."
-need_packages $packages_build $packages_display
+need_packages $packages_build $packages_manual $packages_display
 build_preset release ktz-jx-demo ktz_manual
 exec tests/tour/run build/release build/tour

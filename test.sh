@@ -71,6 +71,7 @@ if [ -n "$fuzz" ]; then
 fi
 
 need_packages $packages_build $packages_display $packages_tests $packages_package_checks
+need_packages $packages_manual $packages_manual_checks
 [ "$preset" != asan ] || need_packages $packages_clang
 [ $system = no ] || need_packages $packages_system
 

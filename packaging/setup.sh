@@ -1,8 +1,10 @@
 # Sourced by run.sh, test.sh, package.sh and .ci/run: installs the Debian packages that are missing. bash.
 
 packages_build="cmake ninja-build g++ qt6-base-dev libqt6svg6-dev libgl1-mesa-dev libx11-dev libasound2-dev python3 python3-fonttools"
+packages_manual="weasyprint python3-markdown python3-pikepdf python3-pil python3-fonttools fonts-liberation2"
 packages_display="xvfb xauth openbox xdotool imagemagick x11-utils x11-apps"
 packages_tests="gdb dbus-daemon clang zsh fish groff python3-jsonschema at-spi2-core python3-pyatspi"
+packages_manual_checks="hunspell hunspell-en-gb hunspell-de-de poppler-utils python3-pikepdf"
 packages_system="qemu-system-x86 busybox-static cpio kmod alsa-utils dbus-daemon systemd udev"
 packages_checks="clang-format"
 packages_package="dpkg-dev file rpm xz-utils"

@@ -80,7 +80,7 @@ def build(sheet, path):
     font.setupNameTable({"familyName": sheet.family, "styleName": "Regular", "fullName": sheet.family,
                          "psName": sheet.family.replace(" ", "") + "-Regular", "version": "Version 1.0",
                          "uniqueFontIdentifier": sheet.family + " 1.0"})
-    font.setupOS2(sTypoAscender=ascent, sTypoDescender=-descent, sTypoLineGap=0, usWinAscent=ascent,
+    font.setupOS2(fsType=0, sTypoAscender=ascent, sTypoDescender=-descent, sTypoLineGap=0, usWinAscent=ascent,
                   usWinDescent=descent, sxHeight=5 * UNITS, usWeightClass=400, fsSelection=0x40)
     font.setupPost(underlinePosition=-UNITS, underlineThickness=UNITS)
     font.setupHead(unitsPerEm=sheet.pixels * UNITS, created=0, modified=0)
