@@ -3,7 +3,7 @@
 packages_build="cmake ninja-build g++ qt6-base-dev libqt6svg6-dev libgl1-mesa-dev libx11-dev libasound2-dev python3 python3-fonttools"
 packages_display="xvfb xauth openbox xdotool imagemagick x11-utils x11-apps"
 packages_tests="gdb dbus-daemon clang zsh fish groff python3-jsonschema at-spi2-core python3-pyatspi"
-packages_desktop="weston xwayland sway grim wtype qt6-wayland x11-xserver-utils"
+packages_desktop="weston xwayland sway mutter qt6-wayland qt6-gtk-platformtheme python3-gi"
 packages_system="qemu-system-x86 busybox-static cpio kmod alsa-utils dbus-daemon systemd udev"
 packages_checks="clang-format"
 packages_package="dpkg-dev file rpm xz-utils"

@@ -4,6 +4,7 @@ import collections
 import os
 import shutil
 import subprocess
+import time
 
 from report import wait_until
 
@@ -27,6 +28,8 @@ class Desktop:
     programs  what it needs: {program: the Debian package that brings it}."""
 
     programs = {"dbus-daemon": "dbus-daemon"}
+    tells_windows = True    # to the test, at any time
+    tells_places = True     # to programs, which open their menus by that
 
     def __init__(self, results, user):
         """results  where logs and pictures go.
@@ -80,8 +83,9 @@ class Desktop:
 
     def click(self, x, y, button=1):
         self.move_to(x, y)
-        self.press_button(button)
-        self.release_button(button)
+        for act in (self.press_button, self.release_button):
+            time.sleep(0.05)    # as a hand does it: a desktop may still be busy with where the pointer is
+            act(button)
 
     def shot(self, name):
         """Keeps a numbered picture of the whole desktop in the results."""
