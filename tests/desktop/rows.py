@@ -1,5 +1,7 @@
 """The desktops on which the session is run, each by its name."""
 
+import pathlib
+
 from mutter import Mutter
 from sway import Sway
 from weston import Weston
@@ -8,6 +10,7 @@ from x11 import X11
 # What Qt brings for KDE itself. KDE's own theme for Qt 6 is no package of Debian 12.
 KDE = {"QT_QPA_PLATFORMTHEME": "kde", "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true",
        "KDE_SESSION_VERSION": "5"}
+KDE_DARK = KDE | {"XDG_CONFIG_DIRS": str(pathlib.Path(__file__).parent / "kde-dark")}
 GTK = {"QT_QPA_PLATFORMTHEME": "gtk3"}
 GTK_DARK = GTK | {"GTK_THEME": "Adwaita:dark"}
 WAYLAND = {"QT_QPA_PLATFORM": "wayland"}
@@ -31,6 +34,7 @@ ROWS = {
     "mutter-native": (Mutter, {}, WAYLAND),
     "mutter-xwayland": (Mutter, {"native": False}),
     "kde-light": (X11, {}, KDE),
+    "kde-dark": (X11, {}, KDE_DARK),
     "gtk-light": (X11, {}, GTK),
     "gtk-dark": (X11, {}, GTK_DARK),
     "gtk-on-weston": (Weston, {}, WAYLAND, GTK),
@@ -41,6 +45,6 @@ ROWS = {
 LEFT_OUT = {
     "weston-xwayland-1": "an X program's menus and keys go astray in weston 10; mutter-xwayland is run instead",
     "weston-xwayland-2": "as weston-xwayland-1",
-    "kde-theme": "Debian 12 has no package of KDE's theme for Qt 6; kde-light is what Qt brings itself",
+    "kde-theme": "Debian 12 has no package of KDE's theme for Qt 6; kde-light and kde-dark are what Qt has itself",
     "two-screens": "there is no row yet with two screens of different ratio",
 }
