@@ -5,16 +5,18 @@ import re
 from desktop import Window
 from xserver import XServer
 
+CHILD = re.compile(r"^ +(0x[0-9a-f]+) ", re.M)
+
 
 def x_windows(ask, display):
-    """The visible windows that have a title, from the lowest to the topmost.
+    """The visible windows, from the lowest to the topmost.
 
     ask      runs a program and gives what it prints, as Desktop.ask() does."""
     environment = {"DISPLAY": display}
     stack = re.findall(r"0x[0-9a-f]+", ask("xprop", "-root", "_NET_CLIENT_LIST_STACKING", environment=environment))
     if not stack:
-        # Without a window manager, or with one that does not tell: as they stand in the server's tree.
-        stack = ask("xdotool", "search", "--onlyvisible", "--name", ".", environment=environment).split()
+        # Without a window manager they are the root's own, some without a title, and told from the top.
+        stack = CHILD.findall(ask("xwininfo", "-root", "-children", environment=environment))[::-1]
     return [window for window in (x_window(ask, environment, number) for number in stack) if window]
 
 
