@@ -4,6 +4,7 @@
 #   ./test.sh                  all tests of the release build, ending in ctest's summary
 #   ./test.sh --preset NAME    the same with another build: dev, asan, tsan, coverage
 #   ./test.sh --system         afterwards the system test: the editor and a USB-MIDI device in a QEMU guest
+#   ./test.sh --desktop [NAME...]   instead, the demo on real desktops; tests/desktop/rows.py has their names
 #   ./test.sh --references     no tests: makes the reference pictures in tests/skin/references/ anew
 #   ./test.sh --fuzz SECONDS   instead, every fuzz target for so long; inputs that break something stay in build/fuzz/
 #   ./test.sh --analysis       instead, clang-tidy, clazy and cppcheck over the sources; a finding is an error
@@ -15,6 +16,8 @@ cd "$(dirname "$0")"
 
 preset=release
 system=no
+desktop=no
+desktop_names=()
 references=no
 analysis=no
 fuzz=""
@@ -29,6 +32,13 @@ while [ $# -gt 0 ]; do
         shift
         ;;
     --system) system=yes ;;
+    --desktop)
+        desktop=yes
+        while [ $# -gt 1 ] && [[ $2 != --* ]]; do
+            desktop_names+=("$2")
+            shift
+        done
+        ;;
     --references) references=yes ;;
     --analysis) analysis=yes ;;
     --fuzz)
@@ -51,7 +61,7 @@ while [ $# -gt 0 ]; do
         done
         ;;
     *)
-        sed -n '2,11s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,12s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
     esac
@@ -84,6 +94,12 @@ fi
 if [ -n "$soak" ]; then
     build_preset "$preset" soak_tests
     exec tests/support/with-display "build/$preset/tests/soak/soak_tests" TestSoak --minutes "$soak" --seed "$seed"
+fi
+
+if [ $desktop = yes ]; then
+    need_packages $packages_desktop
+    build_preset "$preset" ktz-jx-demo
+    exec tests/desktop/run "build/$preset" build/desktop "${desktop_names[@]}"
 fi
 
 if [ $mutants = yes ]; then

@@ -5,6 +5,7 @@ packages_manual="weasyprint python3-markdown python3-pikepdf python3-pil python3
 packages_display="xvfb xauth openbox xdotool imagemagick x11-utils x11-apps"
 packages_tests="gdb dbus-daemon clang zsh fish groff python3-jsonschema at-spi2-core python3-pyatspi"
 packages_manual_checks="hunspell hunspell-en-gb hunspell-de-de poppler-utils python3-pikepdf"
+packages_desktop="weston xwayland sway mutter qt6-wayland qt6-gtk-platformtheme python3-gi"
 packages_system="qemu-system-x86 busybox-static cpio kmod alsa-utils dbus-daemon systemd udev"
 packages_checks="clang-format"
 packages_package="dpkg-dev file rpm xz-utils"

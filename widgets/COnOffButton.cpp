@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointingDevice>
 
 namespace
 {
@@ -111,8 +112,10 @@ void COnOffButton::letGo()
     const bool wasDown = isDown();
     // As if it came outside the button: this alone makes Qt forget the press and stop the repeats, without a click.
     const QPointF outside(-1, -1);
+    // From a pointer of its own: all events of one share their place, and the press that takes the focus is under way.
+    const QPointingDevice device;
     QMouseEvent release(QEvent::MouseButtonRelease, outside, mapToGlobal(outside), Qt::LeftButton, Qt::NoButton,
-                        Qt::NoModifier);
+                        Qt::NoModifier, &device);
     mouseReleaseEvent(&release);
     if (wasDown)
         emit released();

@@ -23,11 +23,13 @@ class CEventCounter : public QWidget
   public:
     int m_presses = 0;
     int m_keys = 0;
+    QPointF m_pressed; ///< where the last one was
 
   protected:
-    void mousePressEvent(QMouseEvent*) override
+    void mousePressEvent(QMouseEvent* event) override
     {
         ++m_presses;
+        m_pressed = event->scenePosition();
     }
 
     void keyPressEvent(QKeyEvent*) override
@@ -67,6 +69,7 @@ class TestOnOffButton : public CTestCase
     void unchangedStateWritesNothing();
     void heldButtonLetsGoWithoutAClick_data();
     void heldButtonLetsGoWithoutAClick();
+    void pressThatTakesTheFocusKeepsItsPlace();
     void destroyedButtonIsForgottenByTheMemory();
     void refusedEditFallsBackToTheMemory();
     void valueOfNeitherStateKeepsTheState_data();
@@ -401,6 +404,23 @@ void TestOnOffButton::heldButtonLetsGoWithoutAClick()
     QVERIFY(!button.isChecked());
     QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, QPoint(15, 15));
     QCOMPARE(clicks.count(), 1);
+}
+
+void TestOnOffButton::pressThatTakesTheFocusKeepsItsPlace()
+{
+    CEventCounter window;
+    window.setFocusPolicy(Qt::ClickFocus);
+    window.resize(100, 100);
+    COnOffButton button(&window);
+    button.setGeometry(10, 10, 20, 20);
+    QVERIFY(showActive(window));
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, QPoint(15, 15));
+    QVERIFY(button.hasFocus());
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, QPoint(60, 70));
+    QVERIFY(!button.hasFocus());
+    QCOMPARE(window.m_presses, 1);
+    QCOMPARE(window.m_pressed, QPointF(60, 70));
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, QPoint(60, 70));
 }
 
 void TestOnOffButton::destroyedButtonIsForgottenByTheMemory()

@@ -1,0 +1,48 @@
+"""A desktop on X: openbox, or no window manager at all."""
+
+import re
+
+from desktop import Window
+from xserver import XServer
+
+CHILD = re.compile(r"^ +(0x[0-9a-f]+) ", re.M)
+
+
+def x_windows(ask, display):
+    """The visible windows, from the lowest to the topmost.
+
+    ask      runs a program and gives what it prints, as Desktop.ask() does."""
+    environment = {"DISPLAY": display}
+    stack = re.findall(r"0x[0-9a-f]+", ask("xprop", "-root", "_NET_CLIENT_LIST_STACKING", environment=environment))
+    if not stack:
+        # Without a window manager they are the root's own, some without a title, and told from the top.
+        stack = CHILD.findall(ask("xwininfo", "-root", "-children", environment=environment))[::-1]
+    return [window for window in (x_window(ask, environment, number) for number in stack) if window]
+
+
+def x_window(ask, environment, number):
+    facts = ask("xwininfo", "-id", number, environment=environment)
+    if "Map State: IsViewable" not in facts:
+        return None
+    numbers = [int(re.search(rf"{name}: +(-?\d+)", facts)[1])
+               for name in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
+    title = re.search(r'Window id: \S+ "(.*)"', facts)
+    return Window(title[1] if title else "", *numbers)
+
+
+class X11(XServer):
+    programs = XServer.programs | {"openbox": "openbox", "xprop": "x11-utils", "xwininfo": "x11-utils"}
+
+    def __init__(self, results, user, size=(1280, 1024), manager=True, dpi=None):
+        """manager  whether a window manager runs.
+        dpi      the resolution for which the desktop asks, as desktops on X say it; 192 is a ratio of 2."""
+        super().__init__(results, user, size)
+        self.environment["DISPLAY"] = self.display
+        if dpi:
+            self.ask("xprop", "-root", "-f", "RESOURCE_MANAGER", "8s", "-set", "RESOURCE_MANAGER", f"Xft.dpi:\t{dpi}")
+        if manager:
+            self.start("openbox", "--sm-disable")
+            self.wait_for("the window manager", lambda: self.do("get_num_desktops"))
+
+    def windows(self):
+        return x_windows(self.ask, self.display)
