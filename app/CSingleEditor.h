@@ -7,6 +7,8 @@
 #include <chrono>
 #include <memory>
 
+class CMainWindow;
+
 /// How long a start waits for others.
 struct JoinTimes
 {
@@ -42,6 +44,10 @@ class CSingleEditor : public QObject
     /// file  path of the file to open as this process's caller gave it, empty for none; only a running editor gets it.
     /// Once; needs the application object. Blocks for the times given, a moment as a rule.
     [[nodiscard]] Start start(const QByteArray& file, const ActivationToken& token);
+
+    /// Lets programs on the bus read, change and watch the window's device, as app/common/EditorBus.h says, until
+    /// refuse(). The window is borrowed until then. Once.
+    void offerDevice(CMainWindow& window);
 
     /// Takes no more requests: their callers wait for this process's end and are the editor then.
     void refuse();

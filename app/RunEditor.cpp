@@ -82,6 +82,7 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, Editor
         if (!token.isEmpty())
             token.bringToFront(mainWindow);
         g_mainWindow = &mainWindow;
+        singleEditor.offerDevice(mainWindow);
         QObject::connect(&application, SIGNAL(lastWindowClosed()), &application, SLOT(quit()));
         result = QApplication::exec();
         g_mainWindow = nullptr;

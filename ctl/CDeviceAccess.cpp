@@ -117,6 +117,12 @@ CtlStatus CDeviceAccess::failed(Wait wait)
                                  : failed(CtlStatus::NoAnswer, QStringLiteral("the connection to the device is lost"));
 }
 
+CtlStatus CDeviceAccess::failedAsTaken(const char* program)
+{
+    return failed(CtlStatus::NoDevice, QStringLiteral("\"%1\" is running and has the device; --force goes on beside it")
+                                           .arg(QLatin1StringView(program)));
+}
+
 void CDeviceAccess::trace(const QString& line)
 {
     if (m_options.traces)

@@ -90,6 +90,7 @@ class CDeviceAccess : public QObject
     [[nodiscard]] Wait waitUntil(const std::function<bool()>& condition, QDeadlineTimer deadline);
     [[nodiscard]] CtlStatus failed(CtlStatus status, const QString& error);
     [[nodiscard]] CtlStatus failed(Wait wait);
+    [[nodiscard]] CtlStatus failedAsTaken(const char* program); ///< which has the device
     void addNews(KnobNews news);
     void setLost();
     void trace(const QString& line); ///< if that is wanted; any thread

@@ -83,11 +83,8 @@ CtlStatus CDeviceSession::checkIsFree()
 {
     const QStringList others = m_options.force ? QStringList() : MIDIPlatform::otherPrograms();
     for (const char* program : {k_editorProgramName, k_ctlProgramName}) {
-        const QString holder = QString::fromLatin1(program);
-        if (others.contains(holder))
-            return failed(
-                CtlStatus::NoDevice,
-                QStringLiteral("\"%1\" is running and has the device; --force goes on beside it").arg(holder));
+        if (others.contains(QLatin1StringView(program)))
+            return failedAsTaken(program);
     }
     return CtlStatus::Done;
 }

@@ -1,12 +1,15 @@
 #include "ctl/CSettingsSources.h"
 
+#include "app/common/Constants.h"
 #include "ctl/CConsole.h"
 #include "ctl/CDeviceMemory.h"
 #include "ctl/CDeviceSession.h"
+#include "ctl/CEditorSession.h"
 #include "ctl/CStopRequest.h"
 #include "ctl/EventWait.h"
 #include "ctl/NoteText.h"
 #include "file/CFileWrapper.h"
+#include "midi/MIDIPlatform.h"
 
 using namespace std::chrono_literals;
 
@@ -63,6 +66,12 @@ std::unique_ptr<CDeviceAccess> CSettingsSources::makeDevice() const
 {
     const CtlArguments& arguments = m_context.arguments;
     const CDeviceAccess::Options options{.port = arguments.port, .force = arguments.force, .traces = arguments.verbose};
+    // The one port that the editor uses.
+    const bool isEditors = !arguments.force && arguments.port == k_jxEditorPortName &&
+                           MIDIPlatform::otherPrograms().contains(QLatin1StringView(k_editorProgramName));
+    if (isEditors)
+        return std::make_unique<CEditorSession>(options, m_context.times, m_context.console, m_context.stop,
+                                                m_context.makeBus);
     return std::make_unique<CDeviceSession>(options, m_context.times, m_context.console, m_context.stop);
 }
 

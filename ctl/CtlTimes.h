@@ -1,6 +1,7 @@
 #pragma once
 
 #include "connection/ConnectionTimes.h"
+#include "ctl/EditorBusTimes.h"
 
 /// How long the program without a window waits for what.
 struct CtlTimes
@@ -11,6 +12,7 @@ struct CtlTimes
     std::chrono::milliseconds values{50};        ///< for the knobs' positions, which follow the settings
     std::chrono::milliseconds lookPause{100};    ///< between two looks for a device that is not there yet
     std::chrono::milliseconds meetingPause{300}; ///< at most, before a program that met its like looks again
+    EditorBusTimes editor = {};
 };
 
 /// How often the device is asked, before it is said not to answer.

@@ -1,20 +1,24 @@
 #include "app/CSingleEditor.h"
 
 #include "app/LocalFile.h"
+#include "app/common/EditorBus.h"
+#include "app/common/linux/SessionBus.h"
 #include "app/linux/CDesktopInterface.h"
-#include "app/linux/SessionBus.h"
+#include "app/linux/CDeviceOnBus.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <optional>
 #include <thread>
+
+using EditorBus::k_name;
+using EditorBus::k_path;
 
 namespace
 {
-constexpr QLatin1StringView k_name("org.ktzjx.Editor");
-constexpr QLatin1StringView k_path("/org/ktzjx/Editor");
 constexpr QLatin1StringView k_interface("org.freedesktop.Application");
 constexpr QLatin1StringView k_busName("org.freedesktop.DBus");
 
@@ -29,6 +33,22 @@ QDBusMessage request(const QByteArray& file, const ActivationToken& token)
     // An editor that ended since must not be started by the bus: this process takes its place.
     message.setAutoStartService(false);
     return message;
+}
+
+/// Lets the toolkit, which asks the bus for its accessibility service, know that there is none. Has an effect only
+/// before the toolkit's own first look. The environment stays as it is.
+void doWithoutABus()
+{
+    constexpr char k_addressVariable[] = "DBUS_SESSION_BUS_ADDRESS";
+    const std::optional<QByteArray> address =
+        qEnvironmentVariableIsSet(k_addressVariable) ? std::optional(qgetenv(k_addressVariable)) : std::nullopt;
+    // No transport has this name, so that the library gives up at once; the toolkit asks it no second time.
+    qputenv(k_addressVariable, "disabled:");
+    static_cast<void>(QDBusConnection::sessionBus());
+    if (address)
+        qputenv(k_addressVariable, *address);
+    else
+        qunsetenv(k_addressVariable);
 }
 } // namespace
 
@@ -52,6 +72,19 @@ class CSingleEditor::CBus
 
     CBus(const CBus&) = delete;
     CBus& operator=(const CBus&) = delete;
+
+    void offerDevice(CMainWindow& window)
+    {
+        m_device = std::make_unique<CDeviceOnBus>(window, m_connection);
+        // Where that fails, the desktop's interface stays, and callers hear that there is no device here.
+        m_connection.registerObject(EditorBus::k_devicePath, m_device.get(), QDBusConnection::ExportScriptableSlots);
+    }
+
+    void withdrawDevice()
+    {
+        m_connection.unregisterObject(EditorBus::k_devicePath);
+        m_device.reset();
+    }
 
     [[nodiscard]] CDesktopInterface& interface()
     {
@@ -87,6 +120,7 @@ class CSingleEditor::CBus
     QDBusConnection m_connection;
     CDesktopInterface m_interface;
     QThread m_thread;
+    std::unique_ptr<CDeviceOnBus> m_device; ///< GUI thread
 };
 
 CSingleEditor::CSingleEditor(const JoinTimes& times) : m_times(times) {}
@@ -97,7 +131,7 @@ CSingleEditor::Start CSingleEditor::start(const QByteArray& file, const Activati
 {
     const QString address = SessionBus::answeringAddress(m_times.bus);
     if (address.isEmpty()) {
-        SessionBus::doWithout();
+        doWithoutABus();
         return Start::Editor;
     }
     m_bus = std::make_unique<CBus>(address);
@@ -119,8 +153,16 @@ CSingleEditor::Start CSingleEditor::start(const QByteArray& file, const Activati
     return Start::Editor;
 }
 
-void CSingleEditor::refuse()
+void CSingleEditor::offerDevice(CMainWindow& window)
 {
     if (m_bus)
-        m_bus->interface().refuse();
+        m_bus->offerDevice(window);
+}
+
+void CSingleEditor::refuse()
+{
+    if (!m_bus)
+        return;
+    m_bus->withdrawDevice();
+    m_bus->interface().refuse();
 }

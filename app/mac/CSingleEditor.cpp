@@ -15,4 +15,6 @@ CSingleEditor::Start CSingleEditor::start(const QByteArray& /*file*/, const Acti
     return Start::Editor;
 }
 
+void CSingleEditor::offerDevice(CMainWindow& /*window*/) {}
+
 void CSingleEditor::refuse() {}

@@ -51,7 +51,7 @@ struct CtlFixture : SimulatedDeviceFixture
         if (!output.open() || !errors.open())
             return {};
         CtlOutcome outcome;
-        outcome.status = runCtl(arguments, output.handle(), errors.handle(), stop, times);
+        outcome.status = runCtl(arguments, output.handle(), errors.handle(), stop, times, makeBus);
         outcome.output = textOf(output);
         outcome.errors = textOf(errors);
         return outcome;
@@ -86,6 +86,7 @@ struct CtlFixture : SimulatedDeviceFixture
     }
 
     CStopRequest stop;
+    EditorBusMaker makeBus;
     QTemporaryDir folder;
 };
 

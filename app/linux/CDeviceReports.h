@@ -1,0 +1,53 @@
+#pragma once
+
+#include "device/CMemAPIObserver.h"
+#include "device/DeviceParams.h"
+
+#include <QList>
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+class CMemAPIWrapper;
+
+/// Tells what the memory hears of its knobs, as it came: each turn, and each time that all settings of a knob were put
+/// into the table. An edit of a single field by hand is not among them.
+///
+/// Threads  GUI thread, on which the signals come too.
+/// Borrows  the memory, which outlives this object.
+class CDeviceReports : public QObject
+{
+    Q_OBJECT
+
+  public:
+    explicit CDeviceReports(CMemAPIWrapper& memory);
+    ~CDeviceReports() override;
+
+    /// A knob's settings in the order of k_settingParams.
+    [[nodiscard]] static QList<int> settingsOf(const CMemAPIWrapper& memory, int knob);
+
+  signals:
+    void turned(int knob, int value);
+
+    /// isDevices   the device has said them; else a file, a command or the like.
+    void changed(int knob, const QList<int>& settings, bool isDevices);
+
+  private:
+    class CObserver : public CMemAPIObserver
+    {
+      public:
+        CObserver(CDeviceReports& reports, int id) : m_reports(reports), m_id(id) {}
+        void paramChanged() override;
+
+      private:
+        CDeviceReports& m_reports;
+        const int m_id;
+    };
+
+    void tell(int id);
+
+    CMemAPIWrapper& m_memory;
+    std::vector<std::unique_ptr<CMemAPIObserver>> m_observers;
+    std::vector<int> m_ids; ///< theirs
+};

@@ -1,0 +1,103 @@
+#include "tests/ctl/EditorOnBusFixture.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+/// What the editor offers on the session bus, to callers who mean no good.
+class TestDeviceOnBus : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void hostileCallsChangeNothing_data();
+    void hostileCallsChangeNothing();
+    void callerWhoLeavesIsToldNoMore();
+    void manyAskAtOnce();
+
+  private:
+    static QDBusMessage call(const QDBusConnection& bus, const QString& method, const QVariantList& arguments)
+    {
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(k_busName, "/org/ktzjx/Editor/Device", "org.ktzjx.Editor.Device", method);
+        message.setArguments(arguments);
+        QDBusPendingCall pending = bus.asyncCall(message);
+        while (!pending.isFinished())
+            QCoreApplication::processEvents();
+        return pending.reply();
+    }
+};
+
+void TestDeviceOnBus::hostileCallsChangeNothing_data()
+{
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<QVariantList>("arguments");
+    QTest::addColumn<QString>("error");
+    const QString invalid("org.freedesktop.DBus.Error.InvalidArgs");
+    const QString unknown("org.freedesktop.DBus.Error.UnknownMethod");
+    const auto values = [](const QList<int>& list) { return QVariant::fromValue(list); };
+    QTest::newRow("knob 8") << "Write" << QVariantList{8, values({1, 1, 1, 1, 1})} << invalid;
+    QTest::newRow("knob -1") << "Write" << QVariantList{-1, values({1, 1, 1, 1, 1})} << invalid;
+    QTest::newRow("value 128") << "Write" << QVariantList{0, values({128, 1, 1, 1, 1})} << invalid;
+    QTest::newRow("value -2") << "Write" << QVariantList{0, values({1, 1, 1, -2, 1})} << invalid;
+    QTest::newRow("channel 16") << "Write" << QVariantList{0, values({1, 16, 1, 1, 1})} << invalid;
+    QTest::newRow("led 4") << "Write" << QVariantList{0, values({1, 1, 1, 1, 4})} << invalid;
+    QTest::newRow("four settings") << "Write" << QVariantList{0, values({1, 1, 1, 1})} << invalid;
+    QTest::newRow("six settings") << "Write" << QVariantList{0, values({1, 1, 1, 1, 1, 1})} << invalid;
+    QTest::newRow("no settings") << "Write" << QVariantList{0, values({})} << invalid;
+    QTest::newRow("many settings") << "Write" << QVariantList{0, values(QList<int>(1'000'000, 1))} << invalid;
+    QTest::newRow("text for a knob") << "Write" << QVariantList{"0", values({1, 1, 1, 1, 1})} << unknown;
+    QTest::newRow("text for settings") << "Write" << QVariantList{0, "1 1 1 1 1"} << unknown;
+    QTest::newRow("no arguments") << "Write" << QVariantList() << unknown;
+    QTest::newRow("a knob to read") << "Read" << QVariantList{0} << unknown;
+    QTest::newRow("what there is not") << "Format" << QVariantList() << unknown;
+}
+
+void TestDeviceOnBus::hostileCallsChangeNothing()
+{
+    QFETCH(QString, method);
+    QFETCH(QVariantList, arguments);
+    EditorOnBusFixture fixture;
+    fixture.startWhole();
+    const QDBusConnection bus = QDBusConnection::connectToBus(fixture.bus.address(), "hostile");
+    const QDBusMessage answer = call(bus, method, arguments);
+    QTEST(answer.errorName(), "error");
+    QCOMPARE(EditorOnBusFixture::sent(), QStringList());
+    QVERIFY(!fixture.editor.window->memory().isDirty());
+    QVERIFY(fixture.editor.agrees());
+    QDBusConnection::disconnectFromBus("hostile");
+}
+
+void TestDeviceOnBus::callerWhoLeavesIsToldNoMore()
+{
+    EditorOnBusFixture fixture;
+    fixture.startWhole();
+    const QDBusConnection bus = QDBusConnection::connectToBus(fixture.bus.address(), "watcher");
+    QCOMPARE(call(bus, "Watch", {}).type(), QDBusMessage::ReplyMessage);
+    QDBusConnection::disconnectFromBus("watcher");
+    fixture.editor.device.turn(0, 5);
+    QTRY_VERIFY(fixture.editor.agrees());
+    QCOMPARE(fixture.ctl.run({"get", "1.cc"}).status, 0);
+}
+
+void TestDeviceOnBus::manyAskAtOnce()
+{
+    EditorOnBusFixture fixture;
+    fixture.startWhole();
+    const QDBusConnection bus = QDBusConnection::connectToBus(fixture.bus.address(), "many");
+    QList<QDBusPendingCall> calls;
+    for (int i = 0; i < 20; ++i)
+        calls.append(bus.asyncCall(
+            QDBusMessage::createMethodCall(k_busName, "/org/ktzjx/Editor/Device", "org.ktzjx.Editor.Device", "Ask")));
+    for (const QDBusPendingCall& pending : calls) {
+        QTRY_VERIFY(pending.isFinished());
+        const QDBusPendingReply<QList<int>> reply(pending);
+        QVERIFY(reply.isValid());
+        QCOMPARE(reply.value().size(), 40);
+        QCOMPARE(reply.value().first(), 74);
+    }
+    QDBusConnection::disconnectFromBus("many");
+}
+
+KTZ_TEST(QApplication, TestDeviceOnBus)
+#include "TestDeviceOnBus.moc"
