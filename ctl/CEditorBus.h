@@ -2,7 +2,7 @@
 
 #include "ctl/EditorBusTimes.h"
 
-#include <QList>
+#include <QByteArray>
 #include <QString>
 #include <QVariantList>
 
@@ -18,11 +18,11 @@ class CEditorListener
     /// To each question, in any order.
     ///
     /// error    the name of what went wrong, as app/common/EditorBus.h or the bus itself has it; empty when nothing
-    /// did. values   what the editor answered, if anything.
-    virtual void answered(const QString& error, const QList<int>& values) = 0;
+    /// did. bytes    what the editor answered, if anything.
+    virtual void answered(const QString& error, const QByteArray& bytes) = 0;
 
     virtual void turned(int knob, int value) = 0;
-    virtual void changed(int knob, const QList<int>& settings) = 0;
+    virtual void changed(int knob, const QByteArray& settings) = 0;
     virtual void lost() = 0; ///< the editor, or the device that it had
 };
 

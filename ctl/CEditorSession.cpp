@@ -4,24 +4,25 @@
 #include "app/common/EditorBus.h"
 #include "ctl/EventWait.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace
 {
-KnobSettingsRow rowOf(const QList<int>& values)
+/// bytes   at least as many as a knob has settings.
+KnobSettingsRow rowOf(const QByteArray& bytes)
 {
     KnobSettingsRow row;
-    std::ranges::copy(values.first(std::min<qsizetype>(values.size(), qsizetype(row.size()))), row.begin());
+    for (std::size_t setting = 0; setting < row.size(); ++setting)
+        row[setting] = static_cast<unsigned char>(bytes[qsizetype(setting)]);
     return row;
 }
 
-QList<int> valuesOf(const KnobSettingsRow& row)
+QByteArray bytesOf(const KnobSettingsRow& row)
 {
-    QList<int> values;
+    QByteArray bytes;
     for (const std::optional<int>& value : row)
-        values.append(value.value_or(EditorBus::k_unchanged));
-    return values;
+        bytes.append(char(value.value_or(EditorBus::k_unchanged)));
+    return bytes;
 }
 } // namespace
 
@@ -52,7 +53,7 @@ CtlStatus CEditorSession::readAll()
 CtlStatus CEditorSession::writeKnob(std::size_t knob, const KnobSettingsRow& given)
 {
     while (true) {
-        const CtlStatus status = ask(QStringLiteral("Write"), {int(knob), QVariant::fromValue(valuesOf(given))});
+        const CtlStatus status = ask(QStringLiteral("Write"), {int(knob), bytesOf(given)});
         if (status == CtlStatus::Done)
             m_held[knob] = overlaid(m_held[knob], given);
         if (m_refusal != EditorBus::k_busyError || m_deadline.hasExpired())
@@ -114,10 +115,10 @@ CtlStatus CEditorSession::refused()
     return failedAsTaken(k_editorProgramName);
 }
 
-void CEditorSession::answered(const QString& error, const QList<int>& values)
+void CEditorSession::answered(const QString& error, const QByteArray& bytes)
 {
     m_refusal = error;
-    m_answer = values;
+    m_answer = bytes;
     m_isAnswered = true;
 }
 
@@ -127,7 +128,7 @@ void CEditorSession::turned(int knob, int value)
         addNews({.knob = std::size_t(knob), .value = value});
 }
 
-void CEditorSession::changed(int knob, const QList<int>& settings)
+void CEditorSession::changed(int knob, const QByteArray& settings)
 {
     if (isKnob(knob) && settings.size() == qsizetype(k_numOfSettings))
         addNews({.knob = std::size_t(knob), .settings = rowOf(settings)});

@@ -29,9 +29,9 @@ class CEditorSession : public CDeviceAccess, private CEditorListener
     [[nodiscard]] CtlStatus askForSettings(const QString& method);
     [[nodiscard]] CtlStatus refused();
 
-    void answered(const QString& error, const QList<int>& values) override;
+    void answered(const QString& error, const QByteArray& bytes) override;
     void turned(int knob, int value) override;
-    void changed(int knob, const QList<int>& settings) override;
+    void changed(int knob, const QByteArray& settings) override;
     void lost() override;
 
     const EditorBusMaker m_makeBus;
@@ -39,6 +39,6 @@ class CEditorSession : public CDeviceAccess, private CEditorListener
     SettingsTable m_held;
     bool m_isAnswered = false;
     QString m_refusal; ///< the error's name
-    QList<int> m_answer;
+    QByteArray m_answer;
     std::unique_ptr<CEditorBus> m_bus; ///< goes first: it calls this object
 };

@@ -11,21 +11,22 @@
 
 namespace
 {
-bool isEdit(int knob, const QList<int>& settings)
+bool isEdit(int knob, const QByteArray& settings)
 {
-    const auto isAllowed = [](int value, const SettingParam& setting) {
-        return value == EditorBus::k_unchanged || (value >= 0 && value <= setting.highest);
+    const auto isAllowed = [](char byte, const SettingParam& setting) {
+        const auto value = static_cast<unsigned char>(byte);
+        return value == EditorBus::k_unchanged || value <= setting.highest;
     };
     return isKnob(knob) && std::ranges::equal(settings, k_settingParams, isAllowed);
 }
 
 /// Puts what is given into the table. false: it was there already.
-bool store(CMemAPIWrapper& memory, int knob, const QList<int>& settings)
+bool store(CMemAPIWrapper& memory, int knob, const QByteArray& settings)
 {
     bool isNews = false;
     for (std::size_t i = 0; i < k_numOfSettings; ++i) {
         const int id = k_settingCategories[i] + knob;
-        const int value = settings[qsizetype(i)];
+        const auto value = static_cast<unsigned char>(settings[qsizetype(i)]);
         if (value == EditorBus::k_unchanged || value == memory.getParam(id))
             continue;
         memory.setParam(id, value);
@@ -45,12 +46,12 @@ CDeviceOnBus::CDeviceOnBus(CMainWindow& window, const QDBusConnection& bus, std:
     connect(&window, &CMainWindow::deviceLost, this, &CDeviceOnBus::tellLoss);
 }
 
-QList<int> CDeviceOnBus::Read()
+QByteArray CDeviceOnBus::Read()
 {
-    return refuseWithoutDevice() ? QList<int>() : allSettings();
+    return refuseWithoutDevice() ? QByteArray() : allSettings();
 }
 
-QList<int> CDeviceOnBus::Ask()
+QByteArray CDeviceOnBus::Ask()
 {
     if (refuseWithoutDevice())
         return {};
@@ -66,7 +67,7 @@ QList<int> CDeviceOnBus::Ask()
     return {};
 }
 
-void CDeviceOnBus::Write(int knob, const QList<int>& settings)
+void CDeviceOnBus::Write(int knob, const QByteArray& settings)
 {
     if (!isEdit(knob, settings)) {
         sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("No knob, or not its settings."));
@@ -78,7 +79,7 @@ void CDeviceOnBus::Write(int knob, const QList<int>& settings)
         sendErrorReply(EditorBus::k_busyError, QStringLiteral("The editor is busy with its user."));
         return;
     }
-    const QList<int> before = CDeviceReports::settingsOf(m_memory, knob);
+    const QByteArray before = CDeviceReports::settingsOf(m_memory, knob);
     if (!store(m_memory, knob, settings))
         return;
     if (!m_memory.sendMessage(k_changeParamMessage, knob)) {
@@ -105,9 +106,9 @@ bool CDeviceOnBus::refuseWithoutDevice()
     return true;
 }
 
-QList<int> CDeviceOnBus::allSettings() const
+QByteArray CDeviceOnBus::allSettings() const
 {
-    QList<int> all;
+    QByteArray all;
     for (int knob = 0; knob < k_numOfKnobs; ++knob)
         all.append(CDeviceReports::settingsOf(m_memory, knob));
     return all;
@@ -122,10 +123,10 @@ void CDeviceOnBus::hear()
         tellWatchers(QStringLiteral("Turned"), {knob, value});
     });
     connect(m_reports.get(), &CDeviceReports::changed, this,
-            [this](int knob, const QList<int>& settings, bool isDevices) {
+            [this](int knob, const QByteArray& settings, bool isDevices) {
                 if (isDevices)
                     takeAnswer(knob);
-                tellWatchers(QStringLiteral("Changed"), {knob, QVariant::fromValue(settings)});
+                tellWatchers(QStringLiteral("Changed"), {knob, settings});
             });
 }
 
@@ -134,7 +135,7 @@ void CDeviceOnBus::takeAnswer(int knob)
     for (Question& question : m_questions) {
         question.knobs.erase(knob);
         if (question.knobs.empty())
-            m_connection.send(question.call.createReply(QVariant::fromValue(allSettings())));
+            m_connection.send(question.call.createReply(allSettings()));
     }
     m_questions.removeIf([](const Question& question) { return question.knobs.empty(); });
 }

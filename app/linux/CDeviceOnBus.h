@@ -2,6 +2,7 @@
 
 #include "app/linux/CDeviceReports.h"
 
+#include <QByteArray>
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
@@ -36,9 +37,9 @@ class CDeviceOnBus : public QObject, protected QDBusContext
 
     // NOLINTBEGIN(readability-identifier-naming): the names are the interface's
   public slots:
-    Q_SCRIPTABLE QList<int> Read();
-    Q_SCRIPTABLE QList<int> Ask();
-    Q_SCRIPTABLE void Write(int knob, const QList<int>& settings);
+    Q_SCRIPTABLE QByteArray Read();
+    Q_SCRIPTABLE QByteArray Ask();
+    Q_SCRIPTABLE void Write(int knob, const QByteArray& settings);
     Q_SCRIPTABLE void Watch();
     // NOLINTEND(readability-identifier-naming)
 
@@ -51,7 +52,7 @@ class CDeviceOnBus : public QObject, protected QDBusContext
     };
 
     [[nodiscard]] bool refuseWithoutDevice();
-    [[nodiscard]] QList<int> allSettings() const;
+    [[nodiscard]] QByteArray allSettings() const;
     void hear();
     void takeAnswer(int knob);
     void giveUp(int number);

@@ -22,11 +22,11 @@ CDeviceReports::~CDeviceReports()
         m_memory.unregisterObserver(m_ids[i], m_observers[i].get());
 }
 
-QList<int> CDeviceReports::settingsOf(const CMemAPIWrapper& memory, int knob)
+QByteArray CDeviceReports::settingsOf(const CMemAPIWrapper& memory, int knob)
 {
-    QList<int> settings;
+    QByteArray settings;
     for (const int category : k_settingCategories)
-        settings.append(memory.getParam(category + knob));
+        settings.append(char(memory.getParam(category + knob)));
     return settings;
 }
 

@@ -3,7 +3,7 @@
 #include "device/CMemAPIObserver.h"
 #include "device/DeviceParams.h"
 
-#include <QList>
+#include <QByteArray>
 #include <QObject>
 
 #include <memory>
@@ -25,13 +25,13 @@ class CDeviceReports : public QObject
     ~CDeviceReports() override;
 
     /// A knob's settings in the order of k_settingParams.
-    [[nodiscard]] static QList<int> settingsOf(const CMemAPIWrapper& memory, int knob);
+    [[nodiscard]] static QByteArray settingsOf(const CMemAPIWrapper& memory, int knob);
 
   signals:
     void turned(int knob, int value);
 
     /// isDevices   the device has said them; else a file, a command or the like.
-    void changed(int knob, const QList<int>& settings, bool isDevices);
+    void changed(int knob, const QByteArray& settings, bool isDevices);
 
   private:
     class CObserver : public CMemAPIObserver

@@ -1,4 +1,4 @@
-#include "app/CSingleEditor.h"
+#include "app/linux/CSingleEditorOnBus.h"
 
 #include "app/LocalFile.h"
 #include "app/common/EditorBus.h"
@@ -53,7 +53,7 @@ void doWithoutABus()
 } // namespace
 
 /// A connection of its own: the toolkit's shared one delivers nothing before the event loop runs.
-class CSingleEditor::CBus
+class CSingleEditorOnBus::CBus
 {
   public:
     explicit CBus(const QString& address) : m_connection(QDBusConnection::connectToBus(address, k_name))
@@ -123,11 +123,11 @@ class CSingleEditor::CBus
     std::unique_ptr<CDeviceOnBus> m_device; ///< GUI thread
 };
 
-CSingleEditor::CSingleEditor(const JoinTimes& times) : m_times(times) {}
+CSingleEditorOnBus::CSingleEditorOnBus(const JoinTimes& times) : m_times(times) {}
 
-CSingleEditor::~CSingleEditor() = default;
+CSingleEditorOnBus::~CSingleEditorOnBus() = default;
 
-CSingleEditor::Start CSingleEditor::start(const QByteArray& file, const ActivationToken& token)
+CSingleEditor::Start CSingleEditorOnBus::start(const QByteArray& file, const ActivationToken& token)
 {
     const QString address = SessionBus::answeringAddress(m_times.bus);
     if (address.isEmpty()) {
@@ -135,7 +135,8 @@ CSingleEditor::Start CSingleEditor::start(const QByteArray& file, const Activati
         return Start::Editor;
     }
     m_bus = std::make_unique<CBus>(address);
-    connect(&m_bus->interface(), &CDesktopInterface::requested, this, &CSingleEditor::requested, Qt::DirectConnection);
+    connect(&m_bus->interface(), &CDesktopInterface::requested, this, &CSingleEditorOnBus::requested,
+            Qt::DirectConnection);
     if (!m_bus->offerInterface())
         return Start::Editor;
 
@@ -153,16 +154,21 @@ CSingleEditor::Start CSingleEditor::start(const QByteArray& file, const Activati
     return Start::Editor;
 }
 
-void CSingleEditor::offerDevice(CMainWindow& window)
+void CSingleEditorOnBus::offerDevice(CMainWindow& window)
 {
     if (m_bus)
         m_bus->offerDevice(window);
 }
 
-void CSingleEditor::refuse()
+void CSingleEditorOnBus::refuse()
 {
     if (!m_bus)
         return;
     m_bus->withdrawDevice();
     m_bus->interface().refuse();
+}
+
+std::unique_ptr<CSingleEditor> makeSingleEditor()
+{
+    return std::make_unique<CSingleEditorOnBus>();
 }

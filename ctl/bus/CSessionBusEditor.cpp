@@ -5,7 +5,6 @@
 
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
 namespace
@@ -31,7 +30,7 @@ CSessionBusEditor::CSessionBusEditor(const QDBusConnection& bus, CEditorListener
         m_bus.connect({}, EditorBus::k_devicePath, EditorBus::k_deviceInterface, signal, this, slot);
     };
     hear(QStringLiteral("Turned"), SLOT(turned(int, int)));
-    hear(QStringLiteral("Changed"), SLOT(changed(int, QList<int>)));
+    hear(QStringLiteral("Changed"), SLOT(changed(int, QByteArray)));
     hear(QStringLiteral("Lost"), SLOT(lost()));
     const auto* owner =
         new QDBusServiceWatcher(EditorBus::k_name, m_bus, QDBusServiceWatcher::WatchForUnregistration, this);
@@ -57,7 +56,7 @@ void CSessionBusEditor::answer(QDBusPendingCallWatcher* call)
 {
     call->deleteLater();
     const QDBusMessage reply = call->reply();
-    m_listener.answered(reply.errorName(), qdbus_cast<QList<int>>(reply.arguments().value(0)));
+    m_listener.answered(reply.errorName(), reply.arguments().value(0).toByteArray());
 }
 
 void CSessionBusEditor::turned(int knob, int value)
@@ -65,7 +64,7 @@ void CSessionBusEditor::turned(int knob, int value)
     m_listener.turned(knob, value);
 }
 
-void CSessionBusEditor::changed(int knob, const QList<int>& settings)
+void CSessionBusEditor::changed(int knob, const QByteArray& settings)
 {
     m_listener.changed(knob, settings);
 }

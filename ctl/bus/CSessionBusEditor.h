@@ -21,7 +21,7 @@ class CSessionBusEditor : public QObject, public CEditorBus
   private slots:
     void answer(QDBusPendingCallWatcher* call);
     void turned(int knob, int value);
-    void changed(int knob, const QList<int>& settings);
+    void changed(int knob, const QByteArray& settings);
     void lost();
 
   private:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/CSingleEditor.h"
+#include "app/linux/CSingleEditorOnBus.h"
 #include "ctl/bus/CSessionBusEditor.h"
 #include "device/CMemAPIWrapper.h"
 #include "tests/app/CTestBus.h"
@@ -58,7 +58,7 @@ struct EditorOnBusFixture
     CTestBus bus;
     CtlFixture ctl;
     EditorFixture editor;
-    CSingleEditor session{{.bus = 20s}};
+    CSingleEditorOnBus session{{.bus = 20s}};
 };
 
 inline const QString k_requestAll = QString::fromLatin1(k_requestAllBytes.toHex());

@@ -41,7 +41,7 @@ class CDeafEditor : public QObject, protected QDBusContext
     }
 
   public slots:
-    Q_SCRIPTABLE QList<int> Read()
+    Q_SCRIPTABLE QByteArray Read()
     {
         setDelayedReply(true);
         emit asked();
@@ -323,7 +323,7 @@ void TestCtlEditor::watchEndsWithALostDevice()
 void TestCtlEditor::watchEndsWithTheEditor()
 {
     EditorOnBusFixture fixture;
-    auto other = std::make_unique<CSingleEditor>();
+    auto other = std::make_unique<CSingleEditorOnBus>();
     fixture.editor.plug();
     fixture.editor.startWhole();
     fixture.editor.waitUntilConnected();

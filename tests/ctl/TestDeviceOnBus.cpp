@@ -35,18 +35,19 @@ void TestDeviceOnBus::hostileCallsChangeNothing_data()
     QTest::addColumn<QString>("error");
     const QString invalid("org.freedesktop.DBus.Error.InvalidArgs");
     const QString unknown("org.freedesktop.DBus.Error.UnknownMethod");
-    const auto values = [](const QList<int>& list) { return QVariant::fromValue(list); };
-    QTest::newRow("knob 8") << "Write" << QVariantList{8, values({1, 1, 1, 1, 1})} << invalid;
-    QTest::newRow("knob -1") << "Write" << QVariantList{-1, values({1, 1, 1, 1, 1})} << invalid;
-    QTest::newRow("value 128") << "Write" << QVariantList{0, values({128, 1, 1, 1, 1})} << invalid;
-    QTest::newRow("value -2") << "Write" << QVariantList{0, values({1, 1, 1, -2, 1})} << invalid;
-    QTest::newRow("channel 16") << "Write" << QVariantList{0, values({1, 16, 1, 1, 1})} << invalid;
-    QTest::newRow("led 4") << "Write" << QVariantList{0, values({1, 1, 1, 1, 4})} << invalid;
-    QTest::newRow("four settings") << "Write" << QVariantList{0, values({1, 1, 1, 1})} << invalid;
-    QTest::newRow("six settings") << "Write" << QVariantList{0, values({1, 1, 1, 1, 1, 1})} << invalid;
-    QTest::newRow("no settings") << "Write" << QVariantList{0, values({})} << invalid;
-    QTest::newRow("many settings") << "Write" << QVariantList{0, values(QList<int>(1'000'000, 1))} << invalid;
-    QTest::newRow("text for a knob") << "Write" << QVariantList{"0", values({1, 1, 1, 1, 1})} << unknown;
+    QTest::newRow("knob 8") << "Write" << QVariantList{8, QByteArray("\x01\x01\x01\x01\x01", 5)} << invalid;
+    QTest::newRow("knob -1") << "Write" << QVariantList{-1, QByteArray("\x01\x01\x01\x01\x01", 5)} << invalid;
+    QTest::newRow("value 128") << "Write" << QVariantList{0, QByteArray("\x80\x01\x01\x01\x01", 5)} << invalid;
+    QTest::newRow("value 254") << "Write" << QVariantList{0, QByteArray("\x01\x01\x01\xfe\x01", 5)} << invalid;
+    QTest::newRow("channel 16") << "Write" << QVariantList{0, QByteArray("\x01\x10\x01\x01\x01", 5)} << invalid;
+    QTest::newRow("led 4") << "Write" << QVariantList{0, QByteArray("\x01\x01\x01\x01\x04", 5)} << invalid;
+    QTest::newRow("four settings") << "Write" << QVariantList{0, QByteArray("\x01\x01\x01\x01", 4)} << invalid;
+    QTest::newRow("six settings") << "Write" << QVariantList{0, QByteArray("\x01\x01\x01\x01\x01\x01", 6)} << invalid;
+    QTest::newRow("no settings") << "Write" << QVariantList{0, QByteArray("", 0)} << invalid;
+    QTest::newRow("many settings") << "Write" << QVariantList{0, QByteArray(1'000'000, 1)} << invalid;
+    QTest::newRow("text for a knob") << "Write" << QVariantList{"0", QByteArray("\x01\x01\x01\x01\x01", 5)} << unknown;
+    QTest::newRow("numbers for settings")
+        << "Write" << QVariantList{0, QVariant::fromValue(QList<int>{1, 1, 1, 1, 1})} << unknown;
     QTest::newRow("text for settings") << "Write" << QVariantList{0, "1 1 1 1 1"} << unknown;
     QTest::newRow("no arguments") << "Write" << QVariantList() << unknown;
     QTest::newRow("a knob to read") << "Read" << QVariantList{0} << unknown;
@@ -91,10 +92,10 @@ void TestDeviceOnBus::manyAskAtOnce()
             QDBusMessage::createMethodCall(k_busName, "/org/ktzjx/Editor/Device", "org.ktzjx.Editor.Device", "Ask")));
     for (const QDBusPendingCall& pending : calls) {
         QTRY_VERIFY(pending.isFinished());
-        const QDBusPendingReply<QList<int>> reply(pending);
+        const QDBusPendingReply<QByteArray> reply(pending);
         QVERIFY(reply.isValid());
         QCOMPARE(reply.value().size(), 40);
-        QCOMPARE(reply.value().first(), 74);
+        QCOMPARE(reply.value().at(0), 'J'); // 74
     }
     QDBusConnection::disconnectFromBus("many");
 }
