@@ -100,7 +100,8 @@ CtlStatus CDeviceSession::shakeHands(QDeadlineTimer deadline)
                               QDeadlineTimer(m_times.connection.startInterval, Qt::PreciseTimer));
         if (wait == Wait::Met)
             wait = waitUntil([] { return false; }, pause);
-        m_isAnswered = start.isAnswered();
+        // Of one who is told to stop the answer may be on its way.
+        m_isAnswered = start.isAnswered() || wait == Wait::Stopped;
         if (wait == Wait::Stopped)
             return failed(wait);
         if (m_isAnswered)

@@ -48,6 +48,7 @@ class TestCtlFaults : public CTestCase
     void lossDuringVerify();
     void deviceThatHoldsSomethingElse();
     void stopBeforeTheAnswer();
+    void stopBeforeTheAnswerCanCome();
     void stopWhileWaiting();
     void stopInTheMiddleOfALoad();
     void fileThatCannotBeLoadedReachesNoDevice_data();
@@ -309,6 +310,17 @@ void TestCtlFaults::stopBeforeTheAnswer()
     QCOMPARE(set.errors, "ktz-jxctl: interrupted\n");
     QVERIFY(fixture.changes().isEmpty());
     // It has answered, and expects it.
+    QCOMPARE(fixture.device.received(), (QList<QByteArray>{k_startMessageBytes, k_endMessageBytes}));
+}
+
+void TestCtlFaults::stopBeforeTheAnswerCanCome()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    fixture.device.ignoreStarts(1);
+    QTimer::singleShot(20ms, [&] { fixture.stop.request(SIGINT); });
+    QCOMPARE(fixture.run({"set", "1.cc=1"}).status, 128 + SIGINT);
+    // A device that is slow to answer is not left with a connection.
     QCOMPARE(fixture.device.received(), (QList<QByteArray>{k_startMessageBytes, k_endMessageBytes}));
 }
 
