@@ -116,18 +116,17 @@ QByteArray CDeviceOnBus::allSettings() const
 
 void CDeviceOnBus::hear()
 {
-    if (m_reports)
+    if (m_reports != nullptr)
         return;
-    m_reports = std::make_unique<CDeviceReports>(m_memory);
-    connect(m_reports.get(), &CDeviceReports::turned, this, [this](int knob, int value) {
+    m_reports = new CDeviceReports(&m_window, m_memory);
+    connect(m_reports, &CDeviceReports::turned, this, [this](int knob, int value) {
         tellWatchers(QStringLiteral("Turned"), {knob, value});
     });
-    connect(m_reports.get(), &CDeviceReports::changed, this,
-            [this](int knob, const QByteArray& settings, bool isDevices) {
-                if (isDevices)
-                    takeAnswer(knob);
-                tellWatchers(QStringLiteral("Changed"), {knob, settings});
-            });
+    connect(m_reports, &CDeviceReports::changed, this, [this](int knob, const QByteArray& settings, bool isDevices) {
+        if (isDevices)
+            takeAnswer(knob);
+        tellWatchers(QStringLiteral("Changed"), {knob, settings});
+    });
 }
 
 void CDeviceOnBus::takeAnswer(int knob)

@@ -13,7 +13,6 @@
 #include <QVariantList>
 
 #include <chrono>
-#include <memory>
 #include <set>
 
 class CMainWindow;
@@ -63,7 +62,7 @@ class CDeviceOnBus : public QObject, protected QDBusContext
     CMemAPIWrapper& m_memory;
     QDBusConnection m_connection;
     const std::chrono::milliseconds m_patience;
-    std::unique_ptr<CDeviceReports> m_reports; ///< once somebody wants them
+    CDeviceReports* m_reports = nullptr; ///< once somebody wants them; the window owns it
     QList<Question> m_questions;
     int m_lastQuestion = 0;
     QDBusServiceWatcher m_watchers; ///< its services are the callers of Watch()

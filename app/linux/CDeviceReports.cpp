@@ -4,22 +4,15 @@
 
 #include <QThread>
 
-CDeviceReports::CDeviceReports(CMemAPIWrapper& memory) : m_memory(memory)
+CDeviceReports::CDeviceReports(QObject* parent, CMemAPIWrapper& memory) : QObject(parent), m_memory(memory)
 {
     for (int knob = 0; knob < k_numOfKnobs; ++knob) {
         // The settings of a knob are told in their order: with the last one all are known.
         for (const int category : {int(k_knobValueCategory), k_settingCategories.back()}) {
-            m_ids.push_back(category + knob);
-            m_observers.push_back(std::make_unique<CObserver>(*this, m_ids.back()));
-            m_memory.registerObserver(m_ids.back(), m_observers.back().get());
+            m_observers.push_back(std::make_unique<CObserver>(*this, category + knob));
+            m_memory.registerObserver(category + knob, m_observers.back().get());
         }
     }
-}
-
-CDeviceReports::~CDeviceReports()
-{
-    for (std::size_t i = 0; i < m_ids.size(); ++i)
-        m_memory.unregisterObserver(m_ids[i], m_observers[i].get());
 }
 
 QByteArray CDeviceReports::settingsOf(const CMemAPIWrapper& memory, int knob)

@@ -15,14 +15,14 @@ class CMemAPIWrapper;
 /// into the table. An edit of a single field by hand is not among them.
 ///
 /// Threads  GUI thread, on which the signals come too.
-/// Borrows  the memory, which outlives this object.
+/// Memory   goes after the memory, which it borrows: that goes on to call an observer that shares its id with others,
+///          also when it is unregistered. The parent sees to it.
 class CDeviceReports : public QObject
 {
     Q_OBJECT
 
   public:
-    explicit CDeviceReports(CMemAPIWrapper& memory);
-    ~CDeviceReports() override;
+    CDeviceReports(QObject* parent, CMemAPIWrapper& memory);
 
     /// A knob's settings in the order of k_settingParams.
     [[nodiscard]] static QByteArray settingsOf(const CMemAPIWrapper& memory, int knob);
@@ -49,5 +49,4 @@ class CDeviceReports : public QObject
 
     CMemAPIWrapper& m_memory;
     std::vector<std::unique_ptr<CMemAPIObserver>> m_observers;
-    std::vector<int> m_ids; ///< theirs
 };

@@ -163,7 +163,8 @@ void TestCtlWatch::endsWithALostDevice()
     fixture.times.connection.keepInterval = 2ms;
     whenWatching(fixture, [&] {
         fixture.device.turn(0, 1);
-        fixture.device.unplug();
+        // Not while the turn is on its way.
+        QTimer::singleShot(200ms, &fixture.stop, [&] { fixture.device.unplug(); });
     });
     const CtlOutcome outcome = fixture.run({"watch"});
     QCOMPARE(outcome.status, int(CtlStatus::NoAnswer));

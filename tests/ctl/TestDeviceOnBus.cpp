@@ -14,6 +14,7 @@ class TestDeviceOnBus : public CTestCase
     void hostileCallsChangeNothing();
     void callerWhoLeavesIsToldNoMore();
     void manyAskAtOnce();
+    void deviceThatTurnsWhileTheEditorEnds();
 
   private:
     static QDBusMessage call(const QDBusConnection& bus, const QString& method, const QVariantList& arguments)
@@ -98,6 +99,19 @@ void TestDeviceOnBus::manyAskAtOnce()
         QCOMPARE(reply.value().at(0), 'J'); // 74
     }
     QDBusConnection::disconnectFromBus("many");
+}
+
+/// The memory goes on to call whoever has ever listened together with a page.
+void TestDeviceOnBus::deviceThatTurnsWhileTheEditorEnds()
+{
+    EditorOnBusFixture fixture;
+    fixture.startWhole();
+    QCOMPARE(fixture.ctl.run({"set", "1.cc=1"}).status, 0); // with a look at what the device holds
+    fixture.session.refuse();
+    for (int i = 0; i < 100; ++i)
+        fixture.editor.device.turn(i % 8, i);
+    QTRY_VERIFY(fixture.editor.agrees());
+    fixture.editor.window.reset();
 }
 
 KTZ_TEST(QApplication, TestDeviceOnBus)
