@@ -23,6 +23,7 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QPainter>
+#include <QThread>
 
 #include <array>
 #include <vector>
@@ -253,6 +254,18 @@ bool CMainWindow::isInitializing() const
     return m_initializing;
 }
 
+bool CMainWindow::isFree() const
+{
+    // A dialog of the desktop's own is no widget, but an event loop inside the editor's.
+    return !m_initializing && QApplication::activeModalWidget() == nullptr &&
+           QApplication::activePopupWidget() == nullptr && QThread::currentThread()->loopLevel() <= 1;
+}
+
+CMemAPIWrapper& CMainWindow::memory() const
+{
+    return *m_memory;
+}
+
 void CMainWindow::backupMemAPI()
 {
     m_memory->backupParams();
@@ -270,6 +283,7 @@ void CMainWindow::disconnectDevice()
     m_onlineMark->turnOff();
     m_menuManager->setMenuItemEnabledByID(CMenuManager::k_revertItem, false);
     m_menuManager->setMenuItemEnabledByID(CMenuManager::k_resetItem, false);
+    emit deviceLost();
 }
 
 void CMainWindow::setCloseButtonEnabled(bool isEnable)

@@ -59,6 +59,12 @@ class CMainWindow : public CFrame
     /// Whether the start-up still lasts: true until the splash has finished.
     [[nodiscard]] bool isInitializing() const;
 
+    /// Whether nothing is in the way of a command from outside: neither the start-up nor a question, dialog or menu.
+    [[nodiscard]] bool isFree() const;
+
+    /// Borrowed; from initialize() on.
+    [[nodiscard]] CMemAPIWrapper& memory() const;
+
   public slots:
     void windowLock();
     void windowUnlock();
@@ -79,6 +85,10 @@ class CMainWindow : public CFrame
     void backupMemAPI();
     void applicationFileOpen();
     void endInitialize();
+
+  signals:
+    /// The connection to the device is lost, and will not come back.
+    void deviceLost();
 
   protected:
     bool event(QEvent* e) override;

@@ -3,24 +3,12 @@
 #include "app/CMainWindow.h"
 
 #include <QAbstractEventDispatcher>
-#include <QApplication>
-#include <QThread>
-
-namespace
-{
-bool isFree(const CMainWindow& window)
-{
-    // A dialog of the desktop's own is no widget, but an event loop inside the editor's.
-    return !window.isInitializing() && QApplication::activeModalWidget() == nullptr &&
-           QApplication::activePopupWidget() == nullptr && QThread::currentThread()->loopLevel() <= 1;
-}
-} // namespace
 
 void CRequestedFile::open(CMainWindow* window)
 {
     if (!window->isApplicationFilePending())
         return;
-    if (isFree(*window))
+    if (window->isFree())
         window->applicationFileOpen();
     else
         new CRequestedFile(window); // the window owns it
@@ -34,7 +22,7 @@ CRequestedFile::CRequestedFile(CMainWindow* window) : QObject(window), m_window(
 
 void CRequestedFile::lookAgain()
 {
-    if (m_window->isApplicationFilePending() && !isFree(*m_window))
+    if (m_window->isApplicationFilePending() && !m_window->isFree())
         return;
     disconnect(QAbstractEventDispatcher::instance(), nullptr, this, nullptr);
     deleteLater();

@@ -42,7 +42,7 @@ QIcon windowIcon()
 }
 } // namespace
 
-int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, Editors editors)
+int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, const SingleEditorMaker& makeSingleEditor)
 {
     keepMemorySmall();
     const ActivationToken token = ActivationToken::fromEnvironment();
@@ -51,12 +51,12 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, Editor
     fatalMessages.reset();
     ActivationToken::clearEnvironment();
     const QByteArray file(argc > 1 ? argv[1] : nullptr);
-    CSingleEditor singleEditor;
-    if (editors == Editors::One) {
+    const std::unique_ptr<CSingleEditor> singleEditor = makeSingleEditor ? makeSingleEditor() : nullptr;
+    if (singleEditor) {
         QObject::connect(
-            &singleEditor, &CSingleEditor::requested, &application,
+            singleEditor.get(), &CSingleEditor::requested, &application,
             [](const QByteArray& path, const auto& its) { CApplication::handleRequest(LocalFile::toName(path), its); });
-        const CSingleEditor::Start start = singleEditor.start(file, token);
+        const CSingleEditor::Start start = singleEditor->start(file, token);
         if (start == CSingleEditor::Start::Unanswered)
             std::fputs("ktz-jx-editor: the editor that is running does not answer; close it first\n", stderr);
         if (start != CSingleEditor::Start::Editor)
@@ -82,10 +82,13 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, Editor
         if (!token.isEmpty())
             token.bringToFront(mainWindow);
         g_mainWindow = &mainWindow;
+        if (singleEditor)
+            singleEditor->offerDevice(mainWindow);
         QObject::connect(&application, SIGNAL(lastWindowClosed()), &application, SLOT(quit()));
         result = QApplication::exec();
         g_mainWindow = nullptr;
-        singleEditor.refuse();
+        if (singleEditor)
+            singleEditor->refuse();
     }
     return result != 0 ? 1 : 0;
 }

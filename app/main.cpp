@@ -1,4 +1,5 @@
 #include "app/CCommandLine.h"
+#include "app/CSingleEditor.h"
 #include "app/RunEditor.h"
 
 int main(int argc, char** argv)
@@ -7,5 +8,5 @@ int main(int argc, char** argv)
                              QStringLiteral("Shows and changes the settings of a KTZ-JX."));
     if (const std::optional<int> status = commandLine.parse(argc, argv))
         return *status;
-    return runEditor(commandLine.argc(), commandLine.argv(), {}, Editors::One);
+    return runEditor(commandLine.argc(), commandLine.argv(), {}, makeSingleEditor);
 }

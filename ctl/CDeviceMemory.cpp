@@ -1,7 +1,6 @@
 #include "ctl/CDeviceMemory.h"
 
 #include "ctl/CWireListener.h"
-#include "ctl/SettingsTable.h"
 #include "device/CMessageManagerWrapper.h"
 #include "midi/CMIDIPort.h"
 
@@ -53,16 +52,13 @@ CDeviceMemory::CDeviceMemory()
     createTables();
 }
 
-CDeviceMemory::CDeviceMemory(const QString& portName, CWireListener& listener, bool holdsBack)
-    : CMemAPIWrapper(portName), m_listener(&listener), m_holdsBack(holdsBack)
+CDeviceMemory::CDeviceMemory(const QString& portName, CWireListener& listener)
+    : CMemAPIWrapper(portName), m_listener(&listener)
 {
     createTables();
     m_codec = std::make_unique<CListenedCodec>(listener);
     // Reports fall on settings that are there.
-    for (std::size_t knob = 0; knob < k_numOfKnobs; ++knob) {
-        for (std::size_t setting = 0; setting < k_numOfSettings; ++setting)
-            setParam(paramIdOf(knob, setting), k_defaultParamList[knob][setting]);
-    }
+    take(factoryTable());
     // Whatever name was asked for, the device's or another.
     openPorts(std::make_unique<CMIDIPort>());
 }
@@ -83,13 +79,33 @@ bool CDeviceMemory::developMessageData(int type, const ParamList& data)
 
 bool CDeviceMemory::sendBytes(CMIDIOutput& output, const QByteArray& message)
 {
-    ParamList data;
-    if (m_holdsBack && typeOf(message, &data) == k_changeParamMessage) {
-        m_listener->messageHeld(message);
-        return true;
-    }
     m_listener->messageSent(message);
     return CMemAPIWrapper::sendBytes(output, message);
+}
+
+void CDeviceMemory::take(const SettingsTable& table)
+{
+    for (std::size_t knob = 0; knob < table.size(); ++knob) {
+        for (std::size_t setting = 0; setting < k_numOfSettings; ++setting) {
+            if (table[knob][setting])
+                setParam(paramIdOf(knob, setting), *table[knob][setting]);
+        }
+    }
+}
+
+QByteArray CDeviceMemory::changeMessage(std::size_t knob, const KnobSettingsRow& settings)
+{
+    CDeviceMemory memory;
+    SettingsTable table;
+    table[knob] = settings;
+    memory.take(table);
+    ParamList data;
+    int len = memory.m_codec->getMessageLen(k_changeParamMessage);
+    QByteArray message(len, '\0');
+    const bool isMade = memory.collectMessageData(k_changeParamMessage, int(knob), &data) &&
+                        memory.m_codec->createMessage(k_changeParamMessage, data,
+                                                      reinterpret_cast<unsigned char*>(message.data()), &len);
+    return isMade ? message : QByteArray();
 }
 
 QString CDeviceMemory::nameOf(const QByteArray& message)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ctl/SettingsTable.h"
 #include "device/CMemAPIWrapper.h"
 
 class CWireListener;
@@ -9,17 +10,22 @@ class CWireListener;
 class CDeviceMemory : public CMemAPIWrapper
 {
   public:
-    /// No ports, nobody listens: for what is read from a file.
+    /// No ports, nobody listens: for what goes into a file or comes out of one.
     CDeviceMemory();
 
     /// Opens the port of this name, if it is there; isConnectOutput() tells.
     ///
-    /// listener     borrowed; outlives this object.
-    /// holdsBack    messages that would change the device are told and not sent.
-    CDeviceMemory(const QString& portName, CWireListener& listener, bool holdsBack);
+    /// listener   borrowed; outlives this object.
+    CDeviceMemory(const QString& portName, CWireListener& listener);
     ~CDeviceMemory() override;
 
     bool developMessageData(int type, const ParamList& data) override;
+
+    /// Puts what the table gives into the settings, which tells nobody.
+    void take(const SettingsTable& table);
+
+    /// The message that would give a knob these settings.
+    [[nodiscard]] static QByteArray changeMessage(std::size_t knob, const KnobSettingsRow& settings);
 
     /// What a message is, for people: "start", "change parameter, knob 3".
     [[nodiscard]] static QString nameOf(const QByteArray& message);
@@ -29,5 +35,4 @@ class CDeviceMemory : public CMemAPIWrapper
 
   private:
     CWireListener* m_listener = nullptr;
-    bool m_holdsBack = false;
 };

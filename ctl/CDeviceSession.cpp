@@ -2,17 +2,10 @@
 
 #include "app/common/Constants.h"
 #include "connection/CStartConnectionManager.h"
-#include "ctl/CConsole.h"
-#include "ctl/CStopRequest.h"
 #include "midi/CMIDIPort.h"
 #include "midi/MIDIPlatform.h"
 
-#include <QCoreApplication>
-#include <QTimer>
-
-#include <algorithm>
-
-using namespace std::chrono_literals;
+#include <QRandomGenerator>
 
 CDeviceSession::CWatch::CWatch(CDeviceSession* session, const ConnectionTimes& times)
     : CConnectionWatch(nullptr, session->m_memory.get(), session->m_options.port, times), m_session(session)
@@ -26,51 +19,21 @@ CDeviceSession::CWatch::~CWatch()
 
 void CDeviceSession::CWatch::tellLoss()
 {
-    m_session->m_isLost = true;
-}
-
-CDeviceSession::CDeviceSession(const Options& options, const CtlTimes& times, CConsole& console, CStopRequest& stop)
-    : m_options(options), m_times(times), m_console(console), m_stop(stop)
-{
-    // The call itself does nothing: that it was made ends a wait of the event loop.
-    connect(
-        this, &CDeviceSession::heard, this, [] {}, Qt::QueuedConnection);
+    m_session->setLost();
 }
 
 CDeviceSession::~CDeviceSession()
 {
-    close();
-}
-
-void CDeviceSession::close()
-{
     if (m_watch)
         m_watch->stop();
     // A device that is gone does not hear it.
-    if (m_isAnswered && m_memory && m_memory->isConnectOutput())
+    if (m_isAnswered && m_memory->isConnectOutput())
         static_cast<void>(m_memory->sendMessage(k_endMessage, 0));
     m_reception.reset();
     m_watch.reset();
-    m_memory.reset();
-    m_isAnswered = false;
-    m_isLost = false;
 }
 
-CtlStatus CDeviceSession::open()
-{
-    const QDeadlineTimer deadline(m_options.wait.value_or(0ms), Qt::PreciseTimer);
-    while (true) {
-        const CtlStatus status = connectDevice(deadline);
-        const bool isFinal = status == CtlStatus::Done || status == CtlStatus::Interrupted;
-        if (isFinal || deadline.hasExpired())
-            return status;
-        close();
-        if (waitUntil([] { return false; }, std::min(QDeadlineTimer(m_times.lookPause), deadline)) == Wait::Stopped)
-            return failed(Wait::Stopped);
-    }
-}
-
-CtlStatus CDeviceSession::connectDevice(QDeadlineTimer deadline)
+CtlStatus CDeviceSession::open(QDeadlineTimer deadline)
 {
     CtlStatus status = find();
     if (status == CtlStatus::Done)
@@ -88,28 +51,40 @@ CtlStatus CDeviceSession::find()
     if (ports.getInputPortByName(m_options.port) < 0 || ports.getOutputPortByName(m_options.port) < 0)
         return failed(CtlStatus::NoDevice, QStringLiteral("no device: there is no port \"%1\"").arg(m_options.port));
     // Once before the ports are opened, so that one who waits disturbs nobody; and again with them open, so that of two
-    // that begin together one at least sees the other.
-    if (const CtlStatus status = checkIsFree(); status != CtlStatus::Done)
-        return status;
-    CWireListener& listener = *this;
-    m_memory = std::make_unique<CDeviceMemory>(m_options.port, listener, m_options.holdsBack);
-    if (!m_memory->isConnectOutput()) {
-        return failed(
-            CtlStatus::NoDevice,
-            QStringLiteral("the port \"%1\" cannot be opened; another program may have it").arg(m_options.port));
+    // that begin together one at least sees the other. Where both do, each leaves and looks again after a time of its
+    // own: the first to be back finds nobody, the other finds it.
+    for (int attempt = 1;; ++attempt) {
+        CtlStatus status = checkIsFree();
+        if (status == CtlStatus::Done)
+            status = openPorts();
+        if (status != CtlStatus::Done)
+            return status;
+        status = checkIsFree();
+        if (status == CtlStatus::Done || attempt == k_openAttempts)
+            return status;
+        m_memory.reset();
+        const auto pause = QRandomGenerator::global()->bounded(qint64(m_times.meetingPause.count()) + 1);
+        if (const Wait wait = waitUntil([] { return false; }, QDeadlineTimer(pause)); wait == Wait::Stopped)
+            return failed(wait);
     }
-    return checkIsFree();
+}
+
+CtlStatus CDeviceSession::openPorts()
+{
+    CWireListener& listener = *this;
+    m_memory = std::make_unique<CDeviceMemory>(m_options.port, listener);
+    if (m_memory->isConnectOutput())
+        return CtlStatus::Done;
+    return failed(CtlStatus::NoDevice,
+                  QStringLiteral("the port \"%1\" cannot be opened; another program may have it").arg(m_options.port));
 }
 
 CtlStatus CDeviceSession::checkIsFree()
 {
     const QStringList others = m_options.force ? QStringList() : MIDIPlatform::otherPrograms();
     for (const char* program : {k_editorProgramName, k_ctlProgramName}) {
-        const QString holder = QString::fromLatin1(program);
-        if (others.contains(holder))
-            return failed(
-                CtlStatus::NoDevice,
-                QStringLiteral("\"%1\" is running and has the device; --force goes on beside it").arg(holder));
+        if (others.contains(QLatin1StringView(program)))
+            return failedAsTaken(program);
     }
     return CtlStatus::Done;
 }
@@ -125,7 +100,8 @@ CtlStatus CDeviceSession::shakeHands(QDeadlineTimer deadline)
                               QDeadlineTimer(m_times.connection.startInterval, Qt::PreciseTimer));
         if (wait == Wait::Met)
             wait = waitUntil([] { return false; }, pause);
-        m_isAnswered = start.isAnswered();
+        // Of one who is told to stop the answer may be on its way.
+        m_isAnswered = start.isAnswered() || wait == Wait::Stopped;
         if (wait == Wait::Stopped)
             return failed(wait);
         if (m_isAnswered)
@@ -158,7 +134,7 @@ CtlStatus CDeviceSession::readAll()
         // They belong to the answer and are no turns; that they come is not relied on.
         if (wait == Wait::Met &&
             waitUntil([this] { return isSaidOfAll(m_valuesSaid); }, QDeadlineTimer(m_times.values)) != Wait::Expired)
-            wait = m_isLost ? Wait::Lost : wait;
+            wait = isLost() ? Wait::Lost : wait;
         if (wait != Wait::Expired)
             return wait == Wait::Met ? CtlStatus::Done : failed(wait);
     }
@@ -176,114 +152,27 @@ SettingsTable CDeviceSession::settings() const
     return tableOf(m_memory->getParamList());
 }
 
-CDeviceMemory& CDeviceSession::memory()
+CtlStatus CDeviceSession::writeKnob(std::size_t knob, const KnobSettingsRow& given)
 {
-    return *m_memory;
+    SettingsTable change;
+    change[knob] = given;
+    m_memory->take(change);
+    return m_memory->sendMessage(k_changeParamMessage, int(knob)) ? CtlStatus::Done : failed(Wait::Lost);
 }
 
-CtlStatus CDeviceSession::write(const SettingsTable& wanted, QList<int>* sent, QList<int>* left)
+CtlStatus CDeviceSession::askForNews()
 {
-    const SettingsTable held = settings();
-    for (std::size_t knob = 0; knob < wanted.size(); ++knob) {
-        const auto isNews = [&](std::size_t setting) {
-            return wanted[knob][setting] && wanted[knob][setting] != held[knob][setting];
-        };
-        bool isChanged = false;
-        for (std::size_t setting = 0; setting < k_numOfSettings; ++setting) {
-            if (!isNews(setting))
-                continue;
-            m_memory->setParam(paramIdOf(knob, setting), *wanted[knob][setting]);
-            isChanged = true;
-        }
-        if (isChanged)
-            left->append(int(knob));
-    }
-    while (!left->isEmpty()) {
-        QCoreApplication::processEvents(); // a loss, or a stop
-        if (m_stop.isRequested())
-            return failed(Wait::Stopped);
-        if (m_isLost || !m_memory->sendMessage(k_changeParamMessage, left->first()))
-            return failed(Wait::Lost);
-        sent->append(left->takeFirst());
-    }
     return CtlStatus::Done;
-}
-
-CDeviceSession::Wait CDeviceSession::waitUntil(const std::function<bool()>& condition, QDeadlineTimer deadline)
-{
-    QTimer alarm; // ends the wait for events in time
-    alarm.setTimerType(Qt::PreciseTimer);
-    alarm.setSingleShot(true);
-    while (!condition()) {
-        if (m_isLost)
-            return Wait::Lost;
-        if (m_stop.isRequested())
-            return Wait::Stopped;
-        if (deadline.hasExpired())
-            return Wait::Expired;
-        if (!deadline.isForever())
-            alarm.start(std::chrono::milliseconds(std::max<qint64>(1, deadline.remainingTime())));
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return Wait::Met;
-}
-
-bool CDeviceSession::waitForNews(QDeadlineTimer deadline)
-{
-    const auto isNewsThere = [this] {
-        const std::scoped_lock lock(m_mutex);
-        return !m_news.isEmpty();
-    };
-    return waitUntil(isNewsThere, deadline) == Wait::Met;
-}
-
-QList<DeviceNews> CDeviceSession::takeNews()
-{
-    const std::scoped_lock lock(m_mutex);
-    return std::exchange(m_news, {});
-}
-
-qint64 CDeviceSession::lostNews() const
-{
-    const std::scoped_lock lock(m_mutex);
-    return m_lostNews;
-}
-
-QList<QByteArray> CDeviceSession::heldMessages() const
-{
-    const std::scoped_lock lock(m_mutex);
-    return m_held;
-}
-
-bool CDeviceSession::isLost() const
-{
-    return m_isLost;
-}
-
-QString CDeviceSession::error() const
-{
-    return m_error;
-}
-
-CtlStatus CDeviceSession::failed(CtlStatus status, const QString& error)
-{
-    m_error = error;
-    return status;
-}
-
-CtlStatus CDeviceSession::failed(Wait wait)
-{
-    return wait == Wait::Stopped ? failed(CtlStatus::Interrupted, QStringLiteral("interrupted"))
-                                 : failed(CtlStatus::NoAnswer, QStringLiteral("the connection to the device is lost"));
 }
 
 void CDeviceSession::traceMessage(const char* direction, const QByteArray& message)
 {
+    // A flood that nobody reads is not made into text.
     if (!m_options.traces)
         return;
-    m_console.trace(QStringLiteral("%1 %2  %3")
-                        .arg(QLatin1StringView(direction), QString::fromLatin1(message.toHex(' ').toUpper()),
-                             CDeviceMemory::nameOf(message)));
+    trace(QStringLiteral("%1 %2  %3")
+              .arg(QLatin1StringView(direction), QString::fromLatin1(message.toHex(' ').toUpper()),
+                   CDeviceMemory::nameOf(message)));
 }
 
 void CDeviceSession::messageSent(const QByteArray& message)
@@ -291,25 +180,22 @@ void CDeviceSession::messageSent(const QByteArray& message)
     traceMessage(">", message);
 }
 
-void CDeviceSession::messageHeld(const QByteArray& message)
-{
-    const std::scoped_lock lock(m_mutex);
-    m_held.append(message);
-}
-
 void CDeviceSession::messageReceived(const QByteArray& message, int type, const ParamList& data)
 {
     traceMessage("<", message);
     if (type != k_noticeValueMessage && type != k_changeParamMessage)
         return;
-    const std::scoped_lock lock(m_mutex);
-    if (m_news.size() < k_newsLimit)
-        m_news.append({std::chrono::steady_clock::now(), type, data});
-    else
-        ++m_lostNews;
-    // One waiting wake-up is enough for all of them.
-    if (m_news.size() == 1)
-        emit heard();
+    const SettingsTable said = tableOf(data);
+    for (auto it = data.cbegin(); it != data.cend(); ++it) {
+        const bool isValue = type == k_noticeValueMessage;
+        const int knob = it.key().toInt() - (isValue ? k_knobValueCategory : 0);
+        if (!isKnob(knob))
+            continue;
+        if (isValue)
+            addNews({.knob = std::size_t(knob), .value = it.value().toInt()});
+        else
+            addNews({.knob = std::size_t(knob), .settings = said[std::size_t(knob)]});
+    }
 }
 
 void CDeviceSession::messageTaken(int type, const ParamList& data)

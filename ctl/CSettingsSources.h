@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ctl/CDeviceSession.h"
+#include "ctl/CDeviceAccess.h"
 #include "ctl/CtlContext.h"
 
 #include <memory>
@@ -19,15 +19,17 @@ class CSettingsSources
 
     [[nodiscard]] CtlStatus readFile(const QString& name, SettingsTable* table);
 
-    /// Connects the device, unless it is.
+    /// Connects the device, unless it is; as long as the user wants that to be tried.
     [[nodiscard]] CtlStatus openDevice();
 
     /// Borrowed; after openDevice().
-    [[nodiscard]] CDeviceSession& device();
+    [[nodiscard]] CDeviceAccess& device();
 
   private:
+    [[nodiscard]] std::unique_ptr<CDeviceAccess> makeDevice() const;
+
     const CtlContext& m_context;
-    std::unique_ptr<CDeviceSession> m_session;
+    std::unique_ptr<CDeviceAccess> m_device;
 };
 
 inline const QString k_deviceSource = QStringLiteral("device");

@@ -4,15 +4,13 @@
 
 #include <QByteArray>
 
-/// Who hears every message that passes between a memory and its device. Held messages are those that would have been
-/// sent and were not.
+/// Who hears every message that passes between a memory and its device.
 class CWireListener
 {
   public:
     virtual ~CWireListener() = default;
 
     virtual void messageSent(const QByteArray& message) = 0; ///< any thread, before it is on its way
-    virtual void messageHeld(const QByteArray& message) = 0; ///< any thread
 
     /// Whole, of whatever kind. Delivery thread, before the memory knows what it says.
     virtual void messageReceived(const QByteArray& message, int type, const ParamList& data) = 0;

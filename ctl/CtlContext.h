@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ctl/CCtlArguments.h"
+#include "ctl/CEditorBus.h"
 #include "ctl/CtlStatus.h"
 #include "ctl/CtlTimes.h"
 
@@ -14,6 +15,7 @@ struct CtlContext
     const CtlTimes& times;
     CConsole& console;
     CStopRequest& stop;
+    const EditorBusMaker& makeBus; ///< empty: the running editor cannot be asked
 };
 
 /// Says why, on standard error. The result is the status.

@@ -1,6 +1,7 @@
 // show, get, diff, save: what reads settings and leaves the device as it is.
 
 #include "ctl/CConsole.h"
+#include "ctl/CDeviceMemory.h"
 #include "ctl/CSettingsSources.h"
 #include "ctl/CtlCommands.h"
 #include "ctl/KnobAddress.h"
@@ -93,7 +94,9 @@ CtlStatus runSave(const CtlContext& context)
     if (status != CtlStatus::Done)
         return status;
     const QString& name = context.arguments.operands.constFirst();
-    if (!CFileWrapper(nullptr, &sources.device().memory()).write(name).isEmpty())
+    CDeviceMemory memory;
+    memory.take(sources.device().settings());
+    if (!CFileWrapper(nullptr, &memory).write(name).isEmpty())
         return fail(context, CtlStatus::FileError, name + QStringLiteral(": cannot be written"));
     if (!context.arguments.quiet)
         context.console.print(QStringLiteral("saved to %1\n").arg(name));

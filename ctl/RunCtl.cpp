@@ -60,7 +60,8 @@ CtlStatus fail(const CtlContext& context, CtlStatus status, const QString& error
     return status;
 }
 
-int runCtl(const QStringList& arguments, int output, int errors, CStopRequest& stop, const CtlTimes& times)
+int runCtl(const QStringList& arguments, int output, int errors, CStopRequest& stop, const CtlTimes& times,
+           const EditorBusMaker& makeBus)
 {
     CConsole console(output, errors, stop);
     const CCtlArguments::Result parsed = CCtlArguments::parse(arguments);
@@ -68,7 +69,7 @@ int runCtl(const QStringList& arguments, int output, int errors, CStopRequest& s
         console.complain(parsed.error);
         return int(CtlStatus::WrongUse);
     }
-    const CtlContext context{parsed.arguments, times, console, stop};
+    const CtlContext context{parsed.arguments, times, console, stop, makeBus};
     CtlStatus status = runCommand(context);
     if (status == CtlStatus::Done)
         status = statusOfOutput(context);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ctl/CEditorBus.h"
 #include "ctl/CtlTimes.h"
 
 #include <QStringList>
@@ -11,6 +12,7 @@ class CStopRequest;
 /// arguments        without the program's name.
 /// output, errors   descriptors; see CConsole.
 /// stop             borrowed; what ends a command early.
+/// makeBus          how the running editor is reached; empty: it is not.
 /// The result is the status for the shell: CtlStatus, or 128 and the number of the stop request.
 [[nodiscard]] int runCtl(const QStringList& arguments, int output, int errors, CStopRequest& stop,
-                         const CtlTimes& times = {});
+                         const CtlTimes& times = {}, const EditorBusMaker& makeBus = {});

@@ -8,6 +8,26 @@ SettingsTable factoryTable()
     return table;
 }
 
+KnobSettingsRow overlaid(const KnobSettingsRow& row, const KnobSettingsRow& given)
+{
+    KnobSettingsRow both = given;
+    for (std::size_t setting = 0; setting < both.size(); ++setting) {
+        if (!both[setting])
+            both[setting] = row[setting];
+    }
+    return both;
+}
+
+QList<int> knobsThatDiffer(const SettingsTable& given, const SettingsTable& held)
+{
+    QList<int> knobs;
+    for (std::size_t knob = 0; knob < given.size(); ++knob) {
+        if (overlaid(held[knob], given[knob]) != held[knob])
+            knobs.append(int(knob));
+    }
+    return knobs;
+}
+
 SettingsTable tableOf(const ParamList& list)
 {
     SettingsTable table;

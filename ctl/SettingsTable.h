@@ -2,6 +2,8 @@
 
 #include "device/DeviceParams.h"
 
+#include <QList>
+
 #include <array>
 #include <optional>
 
@@ -15,4 +17,11 @@ using SettingsTable = std::array<KnobSettingsRow, k_numOfKnobs>;
 }
 
 [[nodiscard]] SettingsTable factoryTable();
+
+/// The first with what the second gives.
+[[nodiscard]] KnobSettingsRow overlaid(const KnobSettingsRow& row, const KnobSettingsRow& given);
+
+/// The knobs, counted from 0, of which a setting is given that is held otherwise.
+[[nodiscard]] QList<int> knobsThatDiffer(const SettingsTable& given, const SettingsTable& held);
+
 [[nodiscard]] SettingsTable tableOf(const ParamList& list);

@@ -11,63 +11,46 @@ namespace
 {
 using Clock = std::chrono::steady_clock;
 
-/// Turns what the device sends into lines: turns, and settings that changed.
+/// Turns what the device says into lines: turns, and settings that changed.
 class CNewsWriter
 {
   public:
-    explicit CNewsWriter(const CtlContext& context) : m_context(context) {}
-
-    /// What the device said before it is watched: no lines, but where the changes begin.
-    void learn(const DeviceNews& news)
-    {
-        const SettingsTable said = tableOf(news.data);
-        for (std::size_t knob = 0; knob < said.size(); ++knob) {
-            if (news.type == k_changeParamMessage && news.data.contains(QString::number(knob)))
-                m_held[knob] = said[knob];
-        }
-    }
+    /// held   where the changes begin.
+    CNewsWriter(const CtlContext& context, const SettingsTable& held) : m_context(context), m_held(held) {}
 
     /// false: enough lines, or nobody reads them.
-    [[nodiscard]] bool write(const DeviceNews& news)
+    [[nodiscard]] bool write(const KnobNews& news)
     {
-        for (auto it = news.data.cbegin(); it != news.data.cend(); ++it) {
-            const bool isSettings = news.type == k_changeParamMessage;
-            const int knob = it.key().toInt() - (isSettings ? 0 : k_knobValueCategory);
-            if (!isKnob(knob))
-                continue;
-            const bool goesOn =
-                isSettings ? writeChange(news, std::size_t(knob)) : writeTurn(news.time, knob, it.value().toInt());
-            if (!goesOn)
-                return false;
-        }
-        return true;
+        return news.value ? writeTurn(news) : writeChange(news);
     }
 
   private:
-    [[nodiscard]] bool writeTurn(Clock::time_point time, int knob, int value)
+    [[nodiscard]] bool writeTurn(const KnobNews& news)
     {
-        return writeLine(time, QStringLiteral("%1.value=%2").arg(knob + 1).arg(value),
-                         {{QStringLiteral("knob"), knob + 1}, {QStringLiteral("value"), value}});
+        const int number = int(news.knob) + 1;
+        return writeLine(news.time, QStringLiteral("%1.value=%2").arg(number).arg(*news.value),
+                         {{QStringLiteral("knob"), number}, {QStringLiteral("value"), *news.value}});
     }
 
-    [[nodiscard]] bool writeChange(const DeviceNews& news, std::size_t knob)
+    [[nodiscard]] bool writeChange(const KnobNews& news)
     {
-        const KnobSettingsRow now = tableOf(news.data)[knob];
+        const int number = int(news.knob) + 1;
+        KnobSettingsRow& held = m_held[news.knob];
         QStringList words;
         QJsonObject settings;
-        for (std::size_t setting = 0; setting < now.size(); ++setting) {
-            if (now[setting] == m_held[knob][setting])
+        for (std::size_t setting = 0; setting < held.size(); ++setting) {
+            if (news.settings[setting] == held[setting])
                 continue;
+            const QString name = SettingNames::nameOf(setting);
             words.append(QStringLiteral("%1.%2=%3")
-                             .arg(knob + 1)
-                             .arg(SettingNames::nameOf(setting), SettingsText::valueText(setting, now[setting])));
-            settings.insert(SettingNames::nameOf(setting), SettingNames::valueJson(setting, now[setting].value_or(0)));
+                             .arg(number)
+                             .arg(name, SettingsText::valueText(setting, news.settings[setting])));
+            settings.insert(name, SettingNames::valueJson(setting, news.settings[setting].value_or(0)));
         }
-        m_held[knob] = now;
+        held = news.settings;
         // A report of what is known already is no change.
-        return words.isEmpty() ||
-               writeLine(news.time, words.join(u' '),
-                         {{QStringLiteral("knob"), int(knob) + 1}, {QStringLiteral("settings"), settings}});
+        return words.isEmpty() || writeLine(news.time, words.join(u' '),
+                                            {{QStringLiteral("knob"), number}, {QStringLiteral("settings"), settings}});
     }
 
     [[nodiscard]] bool writeLine(Clock::time_point time, const QString& text, QJsonObject object)
@@ -90,19 +73,18 @@ class CNewsWriter
 CtlStatus runWatch(const CtlContext& context)
 {
     CSettingsSources sources(context);
-    const CtlStatus status = sources.openDevice();
+    CtlStatus status = sources.openDevice();
     if (status != CtlStatus::Done)
         return status;
-    CDeviceSession& device = sources.device();
-    CNewsWriter writer(context);
-    // The answer to what was asked.
-    const QList<DeviceNews> answer = device.takeNews();
-    std::ranges::for_each(answer, [&](const DeviceNews& news) { writer.learn(news); });
+    CDeviceAccess& device = sources.device();
+    CNewsWriter writer(context, device.settings());
+    if (status = device.beginWatch(); status != CtlStatus::Done)
+        return fail(context, status, device.error());
     const QDeadlineTimer deadline = context.arguments.watchTime ? QDeadlineTimer(*context.arguments.watchTime)
                                                                 : QDeadlineTimer(QDeadlineTimer::Forever);
     const auto writeNews = [&] {
-        const QList<DeviceNews> all = device.takeNews();
-        return std::ranges::all_of(all, [&](const DeviceNews& news) { return writer.write(news); });
+        const QList<KnobNews> all = device.takeNews();
+        return std::ranges::all_of(all, [&](const KnobNews& news) { return writer.write(news); });
     };
     while (device.waitForNews(deadline)) {
         if (!writeNews())

@@ -1,6 +1,7 @@
 // set, load, copy, reset: what changes the device. Each says which settings it wants; the rest is the same for all.
 
 #include "ctl/CConsole.h"
+#include "ctl/CDeviceMemory.h"
 #include "ctl/CSettingsSources.h"
 #include "ctl/CtlCommands.h"
 #include "ctl/KnobAddress.h"
@@ -30,7 +31,7 @@ QList<SettingDifference> notHeld(const SettingsTable& wanted, const SettingsTabl
     return found;
 }
 
-WriteReport send(const CtlContext& context, CDeviceSession& device, const SettingsTable& wanted)
+WriteReport send(const CtlContext& context, CDeviceAccess& device, const SettingsTable& wanted)
 {
     WriteReport report;
     report.status = device.write(wanted, &report.sent, &report.left);
@@ -90,11 +91,15 @@ QString withProgress(const WriteReport& report)
     return text + QStringLiteral("; knobs sent: %1; not sent: %2").arg(knobs(report.sent), knobs(report.left));
 }
 
-void printMessages(const CtlContext& context, const QList<QByteArray>& messages)
+/// What would be sent to a device that holds something.
+void printMessages(const CtlContext& context, const SettingsTable& wanted, const SettingsTable& held)
 {
     QString lines;
     QJsonArray array;
-    for (const QByteArray& message : messages) {
+    const QList<int> knobs = knobsThatDiffer(wanted, held);
+    for (const int number : knobs) {
+        const auto knob = std::size_t(number);
+        const QByteArray message = CDeviceMemory::changeMessage(knob, overlaid(held[knob], wanted[knob]));
         const QString bytes = QString::fromLatin1(message.toHex(' ').toUpper());
         lines += QStringLiteral("%1  %2\n").arg(bytes, CDeviceMemory::nameOf(message));
         array.append(
@@ -106,14 +111,9 @@ void printMessages(const CtlContext& context, const QList<QByteArray>& messages)
 
 CtlStatus sendToDevice(const CtlContext& context, CSettingsSources& sources, const SettingsTable& wanted)
 {
-    CDeviceSession& device = sources.device();
+    CDeviceAccess& device = sources.device();
     if (context.arguments.dryRun) {
-        QList<int> held;
-        QList<int> left;
-        const CtlStatus status = device.write(wanted, &held, &left);
-        if (status != CtlStatus::Done)
-            return fail(context, status, device.error());
-        printMessages(context, device.heldMessages());
+        printMessages(context, wanted, device.settings());
         return CtlStatus::Done;
     }
     const WriteReport report = send(context, device, wanted);

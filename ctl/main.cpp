@@ -1,5 +1,6 @@
 #include "app/common/Constants.h"
 #include "ctl/CStopRequest.h"
+#include "ctl/EditorBusLibrary.h"
 #include "ctl/RunCtl.h"
 #include "midi/MIDIPlatform.h"
 
@@ -36,5 +37,6 @@ int main(int argc, char** argv)
     g_stop = &stop; // cppcheck-suppress danglingLifetime; a signal that comes later finds the process gone
     listenToSignals();
     MIDIPlatform::setProgramName(k_ctlProgramName);
-    return runCtl(QCoreApplication::arguments().mid(1), STDOUT_FILENO, STDERR_FILENO, stop);
+    return runCtl(QCoreApplication::arguments().mid(1), STDOUT_FILENO, STDERR_FILENO, stop, {},
+                  connectToEditorByLibrary);
 }

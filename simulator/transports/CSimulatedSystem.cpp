@@ -73,6 +73,7 @@ void CSimulatedSystem::reset()
     m_packets.clear();
     m_opensToRefuse = 0;
     m_otherPrograms.clear();
+    m_meetings = 0;
 }
 
 void CSimulatedSystem::setOtherPrograms(const QStringList& names)
@@ -81,10 +82,20 @@ void CSimulatedSystem::setOtherPrograms(const QStringList& names)
     m_otherPrograms = names;
 }
 
-QStringList CSimulatedSystem::otherPrograms() const
+QStringList CSimulatedSystem::otherPrograms()
 {
     const std::scoped_lock lock(m_mutex);
-    return m_otherPrograms;
+    if (m_inputs.empty() || m_meetings == 0)
+        return m_otherPrograms;
+    --m_meetings;
+    return m_otherPrograms + QStringList(m_metProgram);
+}
+
+void CSimulatedSystem::meetProgram(const QString& name, int times)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_metProgram = name;
+    m_meetings = times;
 }
 
 void CSimulatedSystem::refuseOpens(int count)

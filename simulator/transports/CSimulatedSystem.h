@@ -55,7 +55,11 @@ class CSimulatedSystem : public CDeviceTransport
 
     /// Programs that are said to use the system too.
     void setOtherPrograms(const QStringList& names);
-    [[nodiscard]] QStringList otherPrograms() const;
+    [[nodiscard]] QStringList otherPrograms();
+
+    /// A program that comes with an open input of this process, and is gone after the look that finds it: so many
+    /// times.
+    void meetProgram(const QString& name, int times);
 
     /// So many of the next openPort() calls are refused.
     void refuseOpens(int count);
@@ -111,4 +115,6 @@ class CSimulatedSystem : public CDeviceTransport
     std::deque<SentPacket> m_packets;
     int m_opensToRefuse = 0;
     QStringList m_otherPrograms;
+    QString m_metProgram;
+    int m_meetings = 0;
 };

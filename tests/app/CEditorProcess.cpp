@@ -2,6 +2,7 @@
 
 #include "app/CApplication.h"
 #include "app/CMainWindow.h"
+#include "app/CSingleEditor.h"
 #include "app/RunEditor.h"
 #include "style/CSplashView.h"
 #include "widgets/CSlideEditor.h"
@@ -188,7 +189,7 @@ bool CEditorProcess::isEditor()
 int CEditorProcess::run(int argc, char** argv)
 {
     return runEditor(
-        argc, argv, [] { return std::make_unique<CCompanion>(); }, Editors::One);
+        argc, argv, [] { return std::make_unique<CCompanion>(); }, makeSingleEditor);
 }
 
 QProcessEnvironment CEditorProcess::environmentFor(const QString& bus)

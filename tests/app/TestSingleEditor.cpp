@@ -1,4 +1,4 @@
-#include "app/CSingleEditor.h"
+#include "app/linux/CSingleEditorOnBus.h"
 #include "tests/app/CDeafSocket.h"
 #include "tests/app/CEditorProcess.h"
 #include "tests/app/CTestBus.h"
@@ -171,12 +171,12 @@ void TestSingleEditor::stoppedEditorIsNotWaitedForForEver()
     QCOMPARE(waitid(P_PID, id_t(first.processId()), &stopped, WSTOPPED), 0);
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toLocal8Bit());
     {
-        CSingleEditor second({.handOver = std::chrono::milliseconds(50)});
+        CSingleEditorOnBus second({.handOver = std::chrono::milliseconds(50)});
         QCOMPARE(second.start({}, {}), CSingleEditor::Start::Unanswered);
     }
     kill(pid_t(first.processId()), SIGCONT);
     {
-        CSingleEditor second;
+        CSingleEditorOnBus second;
         QCOMPARE(second.start({}, {}), CSingleEditor::Start::HandedOver);
     }
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");

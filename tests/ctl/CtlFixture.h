@@ -13,6 +13,11 @@
 #include <QTemporaryFile>
 #include <QTimer>
 
+#include <array>
+#include <csignal>
+#include <unistd.h>
+#include <utility>
+
 using namespace std::chrono_literals;
 
 /// What a run of the program left behind.
@@ -36,7 +41,8 @@ struct CtlFixture : SimulatedDeviceFixture
                    .startPause = 0ms,
                    .answer = 20s,
                    .values = 20s,
-                   .lookPause = 2ms};
+                   .lookPause = 2ms,
+                   .meetingPause = 2ms};
 
     CtlOutcome run(const QStringList& arguments)
     {
@@ -45,7 +51,7 @@ struct CtlFixture : SimulatedDeviceFixture
         if (!output.open() || !errors.open())
             return {};
         CtlOutcome outcome;
-        outcome.status = runCtl(arguments, output.handle(), errors.handle(), stop, times);
+        outcome.status = runCtl(arguments, output.handle(), errors.handle(), stop, times, makeBus);
         outcome.output = textOf(output);
         outcome.errors = textOf(errors);
         return outcome;
@@ -80,7 +86,44 @@ struct CtlFixture : SimulatedDeviceFixture
     }
 
     CStopRequest stop;
+    EditorBusMaker makeBus;
     QTemporaryDir folder;
+};
+
+/// A pipe as an output.
+class CPipe
+{
+  public:
+    CPipe()
+    {
+        [&] { QCOMPARE(pipe(m_ends.data()), 0); }();
+    }
+
+    ~CPipe()
+    {
+        closeReader();
+        close(m_ends[1]);
+        std::signal(SIGPIPE, m_before);
+    }
+
+    CPipe(const CPipe&) = delete;
+    CPipe& operator=(const CPipe&) = delete;
+
+    [[nodiscard]] int input() const
+    {
+        return m_ends[1];
+    }
+
+    /// Nobody reads it any more.
+    void closeReader()
+    {
+        if (m_ends[0] >= 0)
+            close(std::exchange(m_ends[0], -1));
+    }
+
+  private:
+    std::array<int, 2> m_ends{-1, -1};
+    void (*const m_before)(int) = std::signal(SIGPIPE, SIG_IGN); ///< as the program has it
 };
 
 inline const QByteArray k_startMessageBytes = QByteArray::fromHex("f043103e18050200f7");

@@ -5,7 +5,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <thread>
-#include <unistd.h>
 
 namespace
 {
@@ -34,6 +33,8 @@ class TestCtlFaults : public CTestCase
     void portThatCannotBeOpened();
     void runningProgramHasTheDevice_data();
     void runningProgramHasTheDevice();
+    void programThatIsMetLooksAgain_data();
+    void programThatIsMetLooksAgain();
     void silentDeviceIsStartedThreeTimes();
     void thirdStartIsAnswered();
     void deviceThatAnswersNoKeepIsLost();
@@ -47,6 +48,7 @@ class TestCtlFaults : public CTestCase
     void lossDuringVerify();
     void deviceThatHoldsSomethingElse();
     void stopBeforeTheAnswer();
+    void stopBeforeTheAnswerCanCome();
     void stopWhileWaiting();
     void stopInTheMiddleOfALoad();
     void fileThatCannotBeLoadedReachesNoDevice_data();
@@ -126,6 +128,29 @@ void TestCtlFaults::runningProgramHasTheDevice()
     QCOMPARE(fixture.run({"set", "1.cc=1", "--force"}).status, 0);
     CSimulatedSystem::instance().setOtherPrograms({"Sequencer"});
     QCOMPARE(fixture.run({"set", "1.cc=2"}).status, 0);
+}
+
+void TestCtlFaults::programThatIsMetLooksAgain_data()
+{
+    QTest::addColumn<int>("meetings");
+    QTest::addColumn<int>("status");
+    QTest::newRow("the other leaves") << 1 << 0;
+    QTest::newRow("they meet again") << 4 << 0;
+    QTest::newRow("and again, until it has had enough") << 5 << k_noDevice;
+}
+
+/// Of two that begin together each sees the other, and one has to stay.
+void TestCtlFaults::programThatIsMetLooksAgain()
+{
+    QFETCH(int, meetings);
+    CtlFixture fixture;
+    fixture.plug();
+    CSimulatedSystem::instance().meetProgram("KTZ-JX Control", meetings);
+    const CtlOutcome outcome = fixture.run({"set", "1.cc=1"});
+    QTEST(outcome.status, "status");
+    QCOMPARE(fixture.changes().size(), outcome.status == 0 ? 1 : 0);
+    // It said nothing to the device before it had it for itself.
+    QCOMPARE(fixture.device.received().count(k_startMessageBytes), outcome.status == 0 ? 1 : 0);
 }
 
 void TestCtlFaults::silentDeviceIsStartedThreeTimes()
@@ -288,6 +313,17 @@ void TestCtlFaults::stopBeforeTheAnswer()
     QCOMPARE(fixture.device.received(), (QList<QByteArray>{k_startMessageBytes, k_endMessageBytes}));
 }
 
+void TestCtlFaults::stopBeforeTheAnswerCanCome()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    fixture.device.ignoreStarts(1);
+    QTimer::singleShot(20ms, [&] { fixture.stop.request(SIGINT); });
+    QCOMPARE(fixture.run({"set", "1.cc=1"}).status, 128 + SIGINT);
+    // A device that is slow to answer is not left with a connection.
+    QCOMPARE(fixture.device.received(), (QList<QByteArray>{k_startMessageBytes, k_endMessageBytes}));
+}
+
 void TestCtlFaults::stopWhileWaiting()
 {
     CtlFixture fixture;
@@ -388,38 +424,31 @@ void TestCtlFaults::outputThatNobodyReads()
 {
     CtlFixture fixture;
     fixture.plug();
-    int ends[2];
-    QCOMPARE(pipe(ends), 0);
-    close(ends[0]);
-    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    CPipe pipe;
+    pipe.closeReader();
     QTemporaryFile errors;
     QVERIFY(errors.open());
     // A reader who has gone wants no more, and a change is made all the same.
-    QCOMPARE(runCtl({"set", "1.cc=1"}, ends[1], errors.handle(), fixture.stop, fixture.times), 0);
+    QCOMPARE(runCtl({"set", "1.cc=1"}, pipe.input(), errors.handle(), fixture.stop, fixture.times), 0);
     QCOMPARE(CtlFixture::textOf(errors), QString());
     QCOMPARE(fixture.device.settings(0).cc, 1);
     QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
-    std::signal(SIGPIPE, before);
-    close(ends[1]);
 }
 
 void TestCtlFaults::stopWhileTheOutputIsNotRead()
 {
     CtlFixture fixture;
-    int ends[2];
-    QCOMPARE(pipe(ends), 0);
-    QCOMPARE(fcntl(ends[1], F_SETFL, O_NONBLOCK), 0);
+    const CPipe pipe;
+    QCOMPARE(fcntl(pipe.input(), F_SETFL, O_NONBLOCK), 0);
     const QByteArray much(1 << 16, 'x');
-    while (write(ends[1], much.constData(), std::size_t(much.size())) > 0) {
+    while (write(pipe.input(), much.constData(), std::size_t(much.size())) > 0) {
     }
     std::jthread other([&] {
         std::this_thread::sleep_for(20ms);
         fixture.stop.request(SIGINT);
     });
-    QCOMPARE(runCtl({"show", "factory"}, ends[1], STDERR_FILENO, fixture.stop, fixture.times), 128 + SIGINT);
+    QCOMPARE(runCtl({"show", "factory"}, pipe.input(), STDERR_FILENO, fixture.stop, fixture.times), 128 + SIGINT);
     other.join();
-    close(ends[0]);
-    close(ends[1]);
 }
 
 KTZ_TEST(QCoreApplication, TestCtlFaults)

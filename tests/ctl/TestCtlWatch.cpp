@@ -2,7 +2,6 @@
 
 #include <csignal>
 #include <thread>
-#include <unistd.h>
 
 class TestCtlWatch : public CTestCase
 {
@@ -150,15 +149,11 @@ void TestCtlWatch::endsWhenNobodyReads()
 {
     CtlFixture fixture;
     fixture.plug();
-    int ends[2];
-    QCOMPARE(pipe(ends), 0);
-    close(ends[0]);
-    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    CPipe pipe;
+    pipe.closeReader();
     whenWatching(fixture, [&] { fixture.device.turn(0, 1); });
-    QCOMPARE(runCtl({"watch"}, ends[1], STDERR_FILENO, fixture.stop, fixture.times), 0);
+    QCOMPARE(runCtl({"watch"}, pipe.input(), STDERR_FILENO, fixture.stop, fixture.times), 0);
     QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
-    std::signal(SIGPIPE, before);
-    close(ends[1]);
 }
 
 void TestCtlWatch::endsWithALostDevice()
@@ -168,7 +163,8 @@ void TestCtlWatch::endsWithALostDevice()
     fixture.times.connection.keepInterval = 2ms;
     whenWatching(fixture, [&] {
         fixture.device.turn(0, 1);
-        fixture.device.unplug();
+        // Not while the turn is on its way.
+        QTimer::singleShot(200ms, &fixture.stop, [&] { fixture.device.unplug(); });
     });
     const CtlOutcome outcome = fixture.run({"watch"});
     QCOMPARE(outcome.status, int(CtlStatus::NoAnswer));
@@ -180,8 +176,7 @@ void TestCtlWatch::stopsThoughTheReaderDoesNot()
 {
     CtlFixture fixture;
     fixture.plug();
-    int ends[2];
-    QCOMPARE(pipe(ends), 0);
+    const CPipe pipe;
     // Much more than a pipe takes.
     whenWatching(fixture, [&] {
         for (int i = 0; i < 10'000; ++i)
@@ -193,11 +188,9 @@ void TestCtlWatch::stopsThoughTheReaderDoesNot()
         std::this_thread::sleep_for(200ms);
         fixture.stop.request(SIGTERM);
     });
-    QCOMPARE(runCtl({"watch"}, ends[1], STDERR_FILENO, fixture.stop, fixture.times), 0);
+    QCOMPARE(runCtl({"watch"}, pipe.input(), STDERR_FILENO, fixture.stop, fixture.times), 0);
     other.join();
     QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
-    close(ends[0]);
-    close(ends[1]);
 }
 
 KTZ_TEST(QCoreApplication, TestCtlWatch)

@@ -1,7 +1,6 @@
-#include "app/linux/SessionBus.h"
+#include "app/common/linux/SessionBus.h"
 
 #include <QByteArrayList>
-#include <QDBusConnection>
 #include <QDeadlineTimer>
 #include <QtGlobal>
 
@@ -9,7 +8,6 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
-#include <optional>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -119,17 +117,4 @@ QString SessionBus::answeringAddress(std::chrono::milliseconds limit)
             return socket.greet() && socket.hearsSomething(limit) ? QString::fromLatin1(address) : QString();
     }
     return {};
-}
-
-void SessionBus::doWithout()
-{
-    const std::optional<QByteArray> address =
-        qEnvironmentVariableIsSet(k_addressVariable) ? std::optional(qgetenv(k_addressVariable)) : std::nullopt;
-    // No transport has this name, so that the library gives up at once; the toolkit asks it no second time.
-    qputenv(k_addressVariable, "disabled:");
-    static_cast<void>(QDBusConnection::sessionBus());
-    if (address)
-        qputenv(k_addressVariable, *address);
-    else
-        qunsetenv(k_addressVariable);
 }

@@ -1,20 +1,24 @@
-#include "app/CSingleEditor.h"
+#include "app/linux/CSingleEditorOnBus.h"
 
 #include "app/LocalFile.h"
+#include "app/common/EditorBus.h"
+#include "app/common/linux/SessionBus.h"
 #include "app/linux/CDesktopInterface.h"
-#include "app/linux/SessionBus.h"
+#include "app/linux/CDeviceOnBus.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <optional>
 #include <thread>
+
+using EditorBus::k_name;
+using EditorBus::k_path;
 
 namespace
 {
-constexpr QLatin1StringView k_name("org.ktzjx.Editor");
-constexpr QLatin1StringView k_path("/org/ktzjx/Editor");
 constexpr QLatin1StringView k_interface("org.freedesktop.Application");
 constexpr QLatin1StringView k_busName("org.freedesktop.DBus");
 
@@ -30,10 +34,26 @@ QDBusMessage request(const QByteArray& file, const ActivationToken& token)
     message.setAutoStartService(false);
     return message;
 }
+
+/// Lets the toolkit, which asks the bus for its accessibility service, know that there is none. Has an effect only
+/// before the toolkit's own first look. The environment stays as it is.
+void doWithoutABus()
+{
+    constexpr char k_addressVariable[] = "DBUS_SESSION_BUS_ADDRESS";
+    const std::optional<QByteArray> address =
+        qEnvironmentVariableIsSet(k_addressVariable) ? std::optional(qgetenv(k_addressVariable)) : std::nullopt;
+    // No transport has this name, so that the library gives up at once; the toolkit asks it no second time.
+    qputenv(k_addressVariable, "disabled:");
+    static_cast<void>(QDBusConnection::sessionBus());
+    if (address)
+        qputenv(k_addressVariable, *address);
+    else
+        qunsetenv(k_addressVariable);
+}
 } // namespace
 
 /// A connection of its own: the toolkit's shared one delivers nothing before the event loop runs.
-class CSingleEditor::CBus
+class CSingleEditorOnBus::CBus
 {
   public:
     explicit CBus(const QString& address) : m_connection(QDBusConnection::connectToBus(address, k_name))
@@ -52,6 +72,19 @@ class CSingleEditor::CBus
 
     CBus(const CBus&) = delete;
     CBus& operator=(const CBus&) = delete;
+
+    void offerDevice(CMainWindow& window)
+    {
+        m_device = std::make_unique<CDeviceOnBus>(window, m_connection);
+        // Where that fails, the desktop's interface stays, and callers hear that there is no device here.
+        m_connection.registerObject(EditorBus::k_devicePath, m_device.get(), QDBusConnection::ExportScriptableSlots);
+    }
+
+    void withdrawDevice()
+    {
+        m_connection.unregisterObject(EditorBus::k_devicePath);
+        m_device.reset();
+    }
 
     [[nodiscard]] CDesktopInterface& interface()
     {
@@ -87,21 +120,23 @@ class CSingleEditor::CBus
     QDBusConnection m_connection;
     CDesktopInterface m_interface;
     QThread m_thread;
+    std::unique_ptr<CDeviceOnBus> m_device; ///< GUI thread
 };
 
-CSingleEditor::CSingleEditor(const JoinTimes& times) : m_times(times) {}
+CSingleEditorOnBus::CSingleEditorOnBus(const JoinTimes& times) : m_times(times) {}
 
-CSingleEditor::~CSingleEditor() = default;
+CSingleEditorOnBus::~CSingleEditorOnBus() = default;
 
-CSingleEditor::Start CSingleEditor::start(const QByteArray& file, const ActivationToken& token)
+CSingleEditor::Start CSingleEditorOnBus::start(const QByteArray& file, const ActivationToken& token)
 {
     const QString address = SessionBus::answeringAddress(m_times.bus);
     if (address.isEmpty()) {
-        SessionBus::doWithout();
+        doWithoutABus();
         return Start::Editor;
     }
     m_bus = std::make_unique<CBus>(address);
-    connect(&m_bus->interface(), &CDesktopInterface::requested, this, &CSingleEditor::requested, Qt::DirectConnection);
+    connect(&m_bus->interface(), &CDesktopInterface::requested, this, &CSingleEditorOnBus::requested,
+            Qt::DirectConnection);
     if (!m_bus->offerInterface())
         return Start::Editor;
 
@@ -119,8 +154,21 @@ CSingleEditor::Start CSingleEditor::start(const QByteArray& file, const Activati
     return Start::Editor;
 }
 
-void CSingleEditor::refuse()
+void CSingleEditorOnBus::offerDevice(CMainWindow& window)
 {
     if (m_bus)
-        m_bus->interface().refuse();
+        m_bus->offerDevice(window);
+}
+
+void CSingleEditorOnBus::refuse()
+{
+    if (!m_bus)
+        return;
+    m_bus->withdrawDevice();
+    m_bus->interface().refuse();
+}
+
+std::unique_ptr<CSingleEditor> makeSingleEditor()
+{
+    return std::make_unique<CSingleEditorOnBus>();
 }

@@ -5,7 +5,7 @@
 #include <chrono>
 
 /// The session's message bus, looked at before anything waits for it: the bus library itself waits up to 25 seconds for
-/// a bus that does not answer. GUI thread.
+/// a bus that does not answer. Any thread.
 namespace SessionBus
 {
 /// The address of the session's bus, if that says something to a client's first word within the limit; else empty.
@@ -13,8 +13,4 @@ namespace SessionBus
 /// Looks where the bus library looks, at sockets of this machine only, and starts no bus where there is none.
 /// Blocks for the limit at the most, even where connecting blocks.
 [[nodiscard]] QString answeringAddress(std::chrono::milliseconds limit);
-
-/// Lets the toolkit, which asks the bus for its accessibility service, know that there is none. Needs the application
-/// object, and has an effect only before the toolkit's own first look. The environment stays as it is.
-void doWithout();
 } // namespace SessionBus
