@@ -266,6 +266,11 @@ CMemAPIWrapper& CMainWindow::memory() const
     return *m_memory;
 }
 
+CConnectionMonitor& CMainWindow::connectionMonitor() const
+{
+    return *m_connectionMonitor;
+}
+
 void CMainWindow::backupMemAPI()
 {
     m_memory->backupParams();
@@ -283,7 +288,6 @@ void CMainWindow::disconnectDevice()
     m_onlineMark->turnOff();
     m_menuManager->setMenuItemEnabledByID(CMenuManager::k_revertItem, false);
     m_menuManager->setMenuItemEnabledByID(CMenuManager::k_resetItem, false);
-    emit deviceLost();
 }
 
 void CMainWindow::setCloseButtonEnabled(bool isEnable)

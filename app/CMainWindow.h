@@ -64,6 +64,7 @@ class CMainWindow : public CFrame
 
     /// Borrowed; from initialize() on.
     [[nodiscard]] CMemAPIWrapper& memory() const;
+    [[nodiscard]] CConnectionMonitor& connectionMonitor() const;
 
   public slots:
     void windowLock();
@@ -85,10 +86,6 @@ class CMainWindow : public CFrame
     void backupMemAPI();
     void applicationFileOpen();
     void endInitialize();
-
-  signals:
-    /// The connection to the device is lost, and will not come back.
-    void deviceLost();
 
   protected:
     bool event(QEvent* e) override;

@@ -2,6 +2,7 @@
 
 #include "app/CMainWindow.h"
 #include "app/common/EditorBus.h"
+#include "connection/CConnectionMonitor.h"
 #include "device/CMemAPIWrapper.h"
 
 #include <QDBusError>
@@ -43,7 +44,7 @@ CDeviceOnBus::CDeviceOnBus(CMainWindow& window, const QDBusConnection& bus, std:
     m_watchers.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
     connect(&m_watchers, &QDBusServiceWatcher::serviceUnregistered, this,
             [this](const QString& caller) { m_watchers.removeWatchedService(caller); });
-    connect(&window, &CMainWindow::deviceLost, this, &CDeviceOnBus::tellLoss);
+    connect(&window.connectionMonitor(), &CConnectionMonitor::disconnected, this, &CDeviceOnBus::tellLoss);
 }
 
 QByteArray CDeviceOnBus::Read()

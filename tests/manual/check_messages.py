@@ -32,7 +32,7 @@ NO_MESSAGES = {
 
 def plain(literal):
     text = literal.replace("\\r\\n", " ").replace("\\n", " ").replace('\\"', '"')
-    text = re.sub(r"%1|%s", "...", text)
+    text = re.sub(r"%\d|%s", "...", text)
     return " ".join(text.replace("ktz-jx-editor: ", "").split())
 
 
@@ -70,7 +70,7 @@ def printed(root):
 
 
 def of_ctl(root):
-    code = joined((root / "ctl/CDeviceSession.cpp").read_text(encoding="utf-8"))
+    code = joined("".join(path.read_text(encoding="utf-8") for path in sorted((root / "ctl").glob("C*.cpp"))))
     return {plain(literal) for literal in
             re.findall(r'failed\(\s*CtlStatus::\w+,\s*QStringLiteral\("((?:[^"\\]|\\.)*)"', code)}
 
