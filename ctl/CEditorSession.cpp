@@ -76,7 +76,7 @@ CtlStatus CEditorSession::askForSettings(const QString& method)
     if (m_answer.size() != k_numOfKnobs * qsizetype(k_numOfSettings))
         return failed(CtlStatus::NoDevice, QStringLiteral("the editor that is running is another version"));
     for (std::size_t knob = 0; knob < m_held.size(); ++knob)
-        m_held[knob] = rowOf(m_answer.sliced(qsizetype(knob * k_numOfSettings)));
+        m_held[knob] = rowOf(m_answer.sliced(qsizetype(knob) * qsizetype(k_numOfSettings)));
     return CtlStatus::Done;
 }
 

@@ -59,9 +59,10 @@ QByteArray CDeviceOnBus::Ask()
     setDelayedReply(true);
     hear();
     const int number = ++m_lastQuestion;
-    Question& question = m_questions.emplace_back(Question{.number = number, .call = message(), .knobs = {}});
+    Question question{.number = number, .call = message(), .knobs = {}};
     for (int knob = 0; knob < k_numOfKnobs; ++knob)
         question.knobs.insert(knob);
+    m_questions.append(question);
     QTimer::singleShot(m_patience, this, [this, number] { giveUp(number); });
     // One that cannot be sent is not answered.
     m_memory.requestAllParam();
@@ -142,12 +143,13 @@ void CDeviceOnBus::takeAnswer(int knob)
 
 void CDeviceOnBus::giveUp(int number)
 {
-    const auto found = std::ranges::find(m_questions, number, &Question::number);
-    if (found == m_questions.end())
-        return;
-    m_connection.send(found->call.createErrorReply(EditorBus::k_silentError,
-                                                   QStringLiteral("The device does not say what it holds.")));
-    m_questions.erase(found);
+    const auto isIt = [number](const Question& question) { return question.number == number; };
+    for (const Question& question : std::as_const(m_questions)) {
+        if (isIt(question))
+            m_connection.send(question.call.createErrorReply(EditorBus::k_silentError,
+                                                             QStringLiteral("The device does not say what it holds.")));
+    }
+    m_questions.removeIf(isIt);
 }
 
 void CDeviceOnBus::tellLoss()
