@@ -17,8 +17,8 @@ class CEditorListener
 
     /// To each question, in any order.
     ///
-    /// error    the name of what went wrong, as app/common/EditorBus.h or the bus itself has it; empty when nothing
-    /// did. bytes    what the editor answered, if anything.
+    /// error    the name of what went wrong, as app/common/EditorBus.h or the bus itself has it; empty for nothing.
+    /// bytes    what the editor answered, if anything.
     virtual void answered(const QString& error, const QByteArray& bytes) = 0;
 
     virtual void turned(int knob, int value) = 0;
