@@ -55,6 +55,7 @@ constexpr int k_firstEditor = 1;
 // The mark takes in what belongs to the control on the skin: the knob's number, a field's caption.
 constexpr QRect k_knobMarkRect{1, 1, 85, 88};
 constexpr QMargins k_editorMarkMargins{5, 13, 6, 5};
+constexpr QMargins k_widestMarkLine{2, 2, 2, 2}; // at any ratio
 
 /// The code of the control for a category; the whole knob for any unknown one.
 int controlOf(int category)
@@ -241,9 +242,10 @@ void CControlView::updateMark()
     update(markRect());
 }
 
-void CControlView::paintEvent(QPaintEvent*)
+void CControlView::paintEvent(QPaintEvent* event)
 {
-    if (!m_isMarked)
+    // What changes inside the mark, as a ring that follows the device does, needs none of its lines.
+    if (!m_isMarked || markRect().marginsRemoved(k_widestMarkLine).contains(event->rect()))
         return;
     const QWidget* focus = window()->focusWidget();
     const CSlideEditor* editor = selectedEditor();

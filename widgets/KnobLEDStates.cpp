@@ -88,14 +88,13 @@ QImage fadedImage(const QImage& image, int opacity)
     for (int alpha = 0; alpha < 256; ++alpha)
         scaled[static_cast<std::size_t>(alpha)] = static_cast<QRgb>(alpha * share) << 24;
 
-    QImage faded(image.size(), QImage::Format_ARGB32_Premultiplied);
+    QImage faded(image.size(), QImage::Format_ARGB32);
     faded.setDevicePixelRatio(image.devicePixelRatio());
     for (int y = 0; y < image.height(); ++y) {
         const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        std::transform(line, line + image.width(), reinterpret_cast<QRgb*>(faded.scanLine(y)), [&](QRgb pixel) {
-            const QRgb alpha = scaled[pixel >> 24];
-            return alpha != 0 ? qPremultiply((pixel & RGB_MASK) | alpha) : 0;
-        });
+        std::transform(line, line + image.width(), reinterpret_cast<QRgb*>(faded.scanLine(y)),
+                       [&](QRgb pixel) { return (pixel & RGB_MASK) | scaled[pixel >> 24]; });
     }
+    faded.convertTo(QImage::Format_ARGB32_Premultiplied); // several pixels at a time
     return faded;
 }
