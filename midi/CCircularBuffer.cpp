@@ -27,7 +27,7 @@ int CCircularBuffer::size() const
 
 int CCircularBuffer::avail() const
 {
-    return static_cast<int>(InterlockedExchangeAdd(&m_count, 0));
+    return static_cast<int>(std::atomic_ref(m_count).load(std::memory_order_acquire));
 }
 
 int CCircularBuffer::space() const

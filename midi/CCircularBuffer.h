@@ -50,7 +50,7 @@ class CCircularBuffer
 
     std::unique_ptr<unsigned char[]> m_storage;
     int m_size = 0;
-    mutable long m_count = 0; // changed by InterlockedExchangeAdd alone, which reads it by adding 0
+    mutable long m_count = 0; // changed by InterlockedExchangeAdd alone
     int m_writePosition = 0;
     int m_readPosition = 0;
     const bool m_recursive;
