@@ -1,18 +1,22 @@
-// ktz-bench-latency bare|delivery|memory|queued|window|fading MESSAGES
+// ktz-bench-latency bare|delivery|memory|queued|painted|window|fading MESSAGES
 //
 // Receives notice-value messages of another sequencer client, 1,000 a second, and prints the median, the middle half's
-// bounds and the 99th of a hundred of the times, in microseconds, that they took from that client's call to
+// bounds and the 99th of a hundred of the times, in microseconds, that they took from that client's call to the points
+// below. The first messages are not counted: with them a program loads what it needs at its first use, which the editor
+// has done before anybody turns a knob, because it asks the device for everything.
 //
 //   bare       a loop of poll() and snd_seq_event_input(), the least that any program does,
 //   delivery   the observer's call on the delivery thread,
 //   memory     the call of a parameter's observer there, with the message decoded and stored,
 //   queued     a queued call to the GUI thread from such a bare loop: the least that any Qt program does,
+//   painted    the same, while a widget of a ring's size draws two pictures 60 times a second,
 //   window     the end of a shown knob's update on the GUI thread, where it asks for repaints; none is needed here,
 //   fading     the same, while the knob's ring follows the values and is repainted 60 times a second.
 //
 // Exit status 1 when a message did not come.
 
 #include "bench/CKnobSource.h"
+#include "bench/CPlainRing.h"
 
 #include "app/common/Constants.h"
 #include "device/CMemAPIObserver.h"
@@ -43,6 +47,7 @@ namespace
 constexpr int k_perSecond = 1000;
 constexpr int k_knobId = k_knobValueCategory;
 constexpr int k_noLEDType = 4; // with it a ring looks the same at every value
+constexpr int k_firstMessages = 128;
 
 /// The times that the messages took. A value that a later one replaced before it was read counts with the later one.
 class CTimes
@@ -62,13 +67,17 @@ class CTimes
 
     [[nodiscard]] int print(int expected)
     {
+        const bool isComplete = static_cast<int>(m_microseconds.size()) == expected;
+        m_microseconds.erase(m_microseconds.begin(),
+                             m_microseconds.begin() +
+                                 std::min(std::ssize(m_microseconds), std::ptrdiff_t{k_firstMessages}));
         const int count = static_cast<int>(m_microseconds.size());
         std::sort(m_microseconds.begin(), m_microseconds.end());
         const auto quantile = [this, count](double part) {
             return count > 0 ? m_microseconds[static_cast<std::size_t>(part * (count - 1))] : 0;
         };
         std::printf("%.1f %.1f %.1f %.1f\n", quantile(0.5), quantile(0.25), quantile(0.75), quantile(0.99));
-        return count == expected ? 0 : 1;
+        return isComplete ? 0 : 1;
     }
 
   private:
@@ -187,17 +196,24 @@ void runWindow(QApplication* application, QWidget* window, const std::function<v
     worker.join();
 }
 
-void receiveQueued(const CKnobSource& source, int messages, CTimes* times)
+void receiveQueued(const CKnobSource& source, int messages, CTimes* times, bool paints)
 {
     int argc = 1;
     std::string name = "ktz-bench-latency";
     std::array<char*, 2> argv{name.data(), nullptr};
     QApplication application(argc, argv.data());
     QWidget window;
+    CPlainRing ring(&window);
+    ring.move(45, 80);
+    const auto take = [&](int value) {
+        times->take(value);
+        if (paints)
+            ring.change();
+    };
     runWindow(&application, &window, [&] {
         receiveBare(source, messages, [&](int value) {
             QMetaObject::invokeMethod(
-                &window, [times, value] { times->take(value); }, Qt::QueuedConnection);
+                &window, [&take, value] { take(value); }, Qt::QueuedConnection);
         });
     });
 }
@@ -233,7 +249,9 @@ int main(int argc, char** argv)
             receiveBare(source, count, [times](int value) { times->take(value); });
         };
     else if (mode == "queued")
-        receive = receiveQueued;
+        receive = [](auto&&... all) { receiveQueued(all..., false); };
+    else if (mode == "painted")
+        receive = [](auto&&... all) { receiveQueued(all..., true); };
     else if (mode == "delivery")
         receive = receiveOnDeliveryThread;
     else if (mode == "memory")
@@ -242,8 +260,8 @@ int main(int argc, char** argv)
         receive = [](auto&&... all) { receiveInWindow(all..., k_noLEDType); };
     else if (mode == "fading")
         receive = [](auto&&... all) { receiveInWindow(all..., k_ledAscent); };
-    if (!receive || messages < 1) {
-        std::fprintf(stderr, "usage: ktz-bench-latency bare|delivery|memory|queued|window|fading MESSAGES\n");
+    if (!receive || messages <= k_firstMessages) {
+        std::fprintf(stderr, "usage: ktz-bench-latency bare|delivery|memory|queued|painted|window|fading MESSAGES\n");
         return 2;
     }
     const CKnobSource source(1);

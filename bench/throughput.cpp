@@ -86,7 +86,7 @@ class CInput : public CMIDIInput
     {
         // A writer that is faster than the decoder waits here, where a system would wait for the cable.
         while (!writeRecord(bytes.data(), quint16{sizeof(Message)}))
-            std::this_thread::yield();
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
         wakeDelivery();
     }
 };
