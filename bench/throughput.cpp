@@ -1,8 +1,9 @@
 // ktz-bench-throughput MESSAGES
 //
-// How many notice-value messages a second one thread decodes, and how many come through the ring and the delivery
-// thread and are decoded there. Prints the two rates, and how many of the latter were lost or came in another order.
-// Exit status 1 when there was such a message.
+// How many notice-value messages a second one thread decodes, how many come through the ring and the delivery thread
+// and are decoded there, and how many two threads hand over that do nothing else: a lock for each message, and a
+// condition that is waited for. Prints the three rates, and how many messages of the ring were lost or came in another
+// order. Exit status 1 when there was such a message.
 
 #include "device/CMessageManagerWrapper.h"
 #include "midi/CCircularBuffer.h"
@@ -12,9 +13,12 @@
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 #include <thread>
+#include <vector>
 
 namespace
 {
@@ -34,6 +38,12 @@ Message message(int n)
             static_cast<unsigned char>(n % k_numOfKnobs),
             static_cast<unsigned char>(n / k_numOfKnobs % 128),
             0xF7};
+}
+
+/// A writer that is faster than the decoder waits here, where a system would wait for the cable.
+void waitForReader()
+{
+    std::this_thread::sleep_for(std::chrono::microseconds(100));
 }
 
 /// Decodes each record and compares it with what should have come.
@@ -84,9 +94,8 @@ class CInput : public CMIDIInput
 
     void receive(const Message& bytes)
     {
-        // A writer that is faster than the decoder waits here, where a system would wait for the cable.
         while (!writeRecord(bytes.data(), quint16{sizeof(Message)}))
-            std::this_thread::sleep_for(std::chrono::microseconds(100));
+            waitForReader();
         wakeDelivery();
     }
 };
@@ -106,6 +115,58 @@ double oneThread(int messages)
         const Message bytes = message(n);
         decoder.messageReceived(bytes.data(), int{sizeof(Message)});
     }
+    return rate(messages, start);
+}
+
+/// What a ring and a delivery thread cannot do without: messages of one size in a plain array.
+class CBareRing
+{
+  public:
+    void receive(const Message& bytes)
+    {
+        while (!write(bytes))
+            waitForReader();
+        m_filled.notify_one();
+    }
+
+    Message take()
+    {
+        std::unique_lock lock(m_mutex);
+        m_filled.wait(lock, [this] { return m_read < m_written; });
+        return m_messages[m_read++ % m_messages.size()];
+    }
+
+  private:
+    bool write(const Message& bytes)
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_written - m_read == m_messages.size())
+            return false;
+        m_messages[m_written++ % m_messages.size()] = bytes;
+        return true;
+    }
+
+    std::vector<Message> m_messages = std::vector<Message>(300'000); ///< as many as the ring has room for
+    std::size_t m_written = 0;
+    std::size_t m_read = 0;
+    std::mutex m_mutex;
+    std::condition_variable m_filled;
+};
+
+double throughBareRing(int messages)
+{
+    CDecoder decoder;
+    CBareRing ring;
+    const Clock::time_point start = Clock::now();
+    std::thread reader([&] {
+        for (int n = 0; n < messages; ++n) {
+            const Message bytes = ring.take();
+            decoder.messageReceived(bytes.data(), int{sizeof(Message)});
+        }
+    });
+    for (int n = 0; n < messages; ++n)
+        ring.receive(message(n));
+    reader.join();
     return rate(messages, start);
 }
 
@@ -141,6 +202,6 @@ int main(int argc, char** argv)
     int lost = 0;
     int wrong = 0;
     const double ring = throughRing(messages, &lost, &wrong);
-    std::printf("%.0f %.0f %d %d\n", alone, ring, lost, wrong);
+    std::printf("%.0f %.0f %.0f %d %d\n", alone, ring, throughBareRing(messages), lost, wrong);
     return lost == 0 && wrong == 0 ? 0 : 1;
 }
