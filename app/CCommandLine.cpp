@@ -122,9 +122,19 @@ void CCommandLine::keepForEditor(const QString& program)
     m_argv.push_back(nullptr);
 }
 
+bool CCommandLine::isSet(const QString& name) const
+{
+    return m_parser.isSet(name);
+}
+
 QByteArray CCommandLine::valueOf(const QString& name) const
 {
     return m_parser.value(name).toLatin1();
+}
+
+bool CCommandLine::hasFile() const
+{
+    return !m_parser.positionalArguments().isEmpty();
 }
 
 int CCommandLine::argc() const

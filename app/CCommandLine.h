@@ -25,8 +25,14 @@ class CCommandLine
     /// their text could not be written, 2 after one line on standard error that says what is wrong.
     [[nodiscard]] std::optional<int> parse(int argc, char** argv);
 
+    /// Whether an option was given.
+    [[nodiscard]] bool isSet(const QString& name) const;
+
     /// What stands behind an option, byte by byte; empty if it was not given.
     [[nodiscard]] QByteArray valueOf(const QString& name) const;
+
+    /// Whether a settings file was given.
+    [[nodiscard]] bool hasFile() const;
 
     /// What is left for runEditor(): the program, options of the toolkit, the file if there is one. Borrowed from this
     /// object; the toolkit takes its own options out of the list.

@@ -1,16 +1,12 @@
 #include "app/RunEditor.h"
 
 #include "app/AccessibleEditor.h"
+#include "app/ApplicationLook.h"
 #include "app/CApplication.h"
 #include "app/CFatalMessageGuard.h"
 #include "app/CMainWindow.h"
 #include "app/CSingleEditor.h"
 #include "app/LocalFile.h"
-#include "app/common/SkinPixmap.h"
-#include "app/common/Utilities.h"
-#include "style/CJXStyle.h"
-
-#include <QIcon>
 
 #include <cstdio>
 #include <optional>
@@ -30,15 +26,6 @@ void keepMemorySmall()
     mallopt(M_MMAP_THRESHOLD, 128 * 1024); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
     mallopt(M_ARENA_MAX, 2);               // NOLINT(concurrency-mt-unsafe): as above
 #endif
-}
-
-// Each size is drawn for itself: the small ones are simpler, not scaled.
-QIcon windowIcon()
-{
-    QIcon icon;
-    for (const int size : {16, 24, 32, 48, 64})
-        icon.addPixmap(skinPixmap(QStringLiteral(":/icon/ktz-jx-editor-%1.png").arg(size), 1.0));
-    return icon;
 }
 } // namespace
 
@@ -63,12 +50,8 @@ int runEditor(int argc, char** argv, const CompanionMaker& makeCompanion, const 
             return start == CSingleEditor::Start::HandedOver ? 0 : 1;
     }
 
-    QApplication::setStyle(new CJXStyle); // the application owns it from here on
-    Q_INIT_RESOURCE(common_images);
-    // Without a font of the skin its text appears in the desktop's: readable, if not as drawn.
-    static_cast<void>(Utilities::registerSkinFonts());
+    applyApplicationLook();
     QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
-    QApplication::setWindowIcon(windowIcon());
     AccessibleEditor::install();
     // The order on the screen: the companion first, so that the editor comes up in front of it.
     [[maybe_unused]] const std::unique_ptr<QWidget> companion = makeCompanion ? makeCompanion() : nullptr;

@@ -2,6 +2,7 @@
 
 #include "simulator/console/CCommandParser.h"
 #include "simulator/device/PrintableText.h"
+#include "simulator/transports/CableCount.h"
 
 #include <QCommandLineParser>
 
@@ -9,6 +10,7 @@ namespace
 {
 constexpr QLatin1String k_alsa("alsa");
 constexpr QLatin1String k_cables("cables");
+constexpr QLatin1String k_panel("panel");
 constexpr QLatin1String k_raw("raw");
 constexpr QLatin1String k_keepRunning("keep-running");
 constexpr QLatin1String k_help("help");
@@ -21,6 +23,9 @@ void describe(QCommandLineParser& parser)
         {k_alsa, QStringLiteral("As a client of the ALSA sequencer; what it does without options.")},
         {k_cables, QStringLiteral("With so many ports there, 1 to 3 (3), of which the last is the editor's."),
          QStringLiteral("N")},
+        {k_panel,
+         QStringLiteral("As a client of the sequencer with a window: knobs to turn, a cable to pull, a table of "
+                        "its messages. Ends with the window.")},
         {k_raw, QStringLiteral("At a raw MIDI device, such as the far end of a USB gadget: hw:0,0,2."),
          QStringLiteral("DEVICE")},
         {k_keepRunning, QStringLiteral("Goes on when standard input has ended.")},
@@ -55,19 +60,22 @@ CDeviceArguments::Result CDeviceArguments::parse(const QStringList& arguments)
 
     Result result;
     if (parser.isSet(k_cables)) {
-        const QString cables = parser.value(k_cables);
-        if (cables.size() != 1 || cables[0] < u'1' || cables[0] > u'3')
-            return refusal(QStringLiteral("--cables needs a number from 1 to 3"));
-        result.arguments.cables = cables.toInt();
+        const std::optional<int> cables = cableCount(parser.value(k_cables));
+        if (!cables)
+            return refusal(QStringLiteral("--cables needs a number from 1 to %1").arg(k_mostCables));
+        result.arguments.cables = *cables;
     }
     if (parser.isSet(k_raw)) {
         if (!parser.value(k_raw).startsWith(QStringLiteral("hw:")))
             return refusal(QStringLiteral("--raw needs a raw MIDI device, such as hw:0,0,2"));
         if (parser.isSet(k_alsa))
             return refusal(QStringLiteral("--alsa and --raw exclude each other"));
+        if (parser.isSet(k_panel)) // its jack takes the port away, which nothing does here
+            return refusal(QStringLiteral("--panel and --raw exclude each other"));
         result.arguments.port = DeviceArguments::Port::Raw;
         result.arguments.rawName = parser.value(k_raw).toUtf8();
     }
+    result.arguments.panel = parser.isSet(k_panel);
     result.arguments.keepRunning = parser.isSet(k_keepRunning);
     result.arguments.help = parser.isSet(k_help);
     result.arguments.version = parser.isSet(k_versionOption);
@@ -79,7 +87,7 @@ QString CDeviceArguments::help()
     QCommandLineParser parser;
     describe(parser);
     return parser.helpText() +
-           QStringLiteral(
-               "\nIt prints every message with its time in seconds, and takes commands on standard input:\n\n") +
+           QStringLiteral("\nWithout --panel it prints every message with its time in seconds, and takes commands on "
+                          "standard input:\n\n") +
            CCommandParser::help();
 }

@@ -14,6 +14,7 @@ struct DeviceArguments
     Port port = Port::Alsa;
     QByteArray rawName; ///< of Raw, such as "hw:0,0,2"
     int cables = 3;     ///< of Alsa
+    bool panel = false; ///< with Alsa alone
     bool keepRunning = false;
     bool help = false;
     bool version = false;

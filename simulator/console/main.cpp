@@ -1,6 +1,7 @@
 #include "app/common/VersionText.h"
 #include "simulator/console/CDeviceArguments.h"
 #include "simulator/console/CDeviceRunner.h"
+#include "simulator/console/PanelProgram.h"
 #include "simulator/device/CSimulatedDevice.h"
 #include "simulator/transports/CALSADeviceTransport.h"
 #include "simulator/transports/CRawMIDITransport.h"
@@ -57,5 +58,7 @@ int main(int argc, char** argv)
         return print(CDeviceArguments::help());
     if (parsed.arguments.version)
         return print(versionText(QStringLiteral("ktz-jx-device")));
+    if (parsed.arguments.panel)
+        return fail(k_wrongArguments, becomePanel(argv[0], parsed.arguments.cables));
     return runDevice(parsed.arguments);
 }

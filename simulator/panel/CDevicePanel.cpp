@@ -52,6 +52,11 @@ CDevicePanel::CDevicePanel(CSimulatedDevice& device, QWidget* parent) : QWidget(
     refresh();
 }
 
+void CDevicePanel::offerEditorRestart()
+{
+    m_offersRestart = true;
+}
+
 void CDevicePanel::refresh()
 {
     m_device.advance(m_sinceRefresh.restart());
@@ -73,8 +78,8 @@ void CDevicePanel::moveCable(bool in)
     if (in)
         emit cablePutIn();
     else
-        m_device.unplug();
-    m_restart->setVisible(m_device.isPlugged());
+        emit cablePulled();
+    m_restart->setVisible(m_offersRestart && m_device.isPlugged());
     refresh();
 }
 

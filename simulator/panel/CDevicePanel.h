@@ -20,7 +20,7 @@ class QPushButton;
 ///
 /// Clock    the panel moves the device's clock along with real time while it exists.
 /// Device   borrowed; outlives the panel.
-/// Cable    pulling it unplugs the device; only the panel's owner knows what it is to be plugged into.
+/// Cable    is the owner's, who alone knows what the device is plugged into.
 class CDevicePanel : public QWidget
 {
     Q_OBJECT
@@ -28,8 +28,14 @@ class CDevicePanel : public QWidget
   public:
     explicit CDevicePanel(CSimulatedDevice& device, QWidget* parent = nullptr);
 
+    /// Has a button offer to start the editor again, from when the cable has been pulled and put in again. For an owner
+    /// who can do so.
+    void offerEditorRestart();
+
   signals:
-    /// The cable was put in: the device is to be plugged in before the signal's receiver returns.
+    /// The cable was pulled, or put in: the device is to be unplugged, or plugged in, before the signal's receiver
+    /// returns.
+    void cablePulled();
     void cablePutIn();
 
     /// An editor that has lost the device has to be started again, and the user asks for it.
@@ -54,7 +60,8 @@ class CDevicePanel : public QWidget
     CPanelDisplay* m_display = nullptr;
     CPanelSwitch* m_silence = nullptr;
     CPanelJack* m_jack = nullptr;
-    QPushButton* m_restart = nullptr; ///< seen from when the cable has been pulled and put in again
+    QPushButton* m_restart = nullptr;
+    bool m_offersRestart = false;
     CMessageTable* m_messages = nullptr;
     QElapsedTimer m_sinceRefresh;
     qint64 m_nextTraffic = 0;

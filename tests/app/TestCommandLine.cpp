@@ -151,6 +151,12 @@ void TestCommandLine::wrongUseGetsOneLineAndStatus2_data()
                                << QByteArray("ktz-jx-editor: Only one file can be opened.\n");
     QTest::newRow("no value") << demo << QStringList{"--log"}
                               << QByteArray("ktz-jx-demo: Missing value after '--log'.\n");
+    QTest::newRow("too many cables") << demo << QStringList{"--device", "4"}
+                                     << QByteArray("ktz-jx-demo: --device needs a number from 1 to 3\n");
+    QTest::newRow("no number of cables") << demo << QStringList{"--device="}
+                                         << QByteArray("ktz-jx-demo: --device needs a number from 1 to 3\n");
+    QTest::newRow("a device with a file") << demo << QStringList{"--device", "3", "a.CJX"}
+                                          << QByteArray("ktz-jx-demo: --device opens no file, which is the editor's\n");
     QTest::newRow("no value for the toolkit")
         << editor << QStringList{"-style"} << QByteArray("ktz-jx-editor: Missing value after '-style'.\n");
     QTest::newRow("a value too many") << editor << QStringList{"--version=2"}

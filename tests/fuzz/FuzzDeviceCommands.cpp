@@ -46,6 +46,7 @@ void checkArguments(const QStringList& arguments)
     const QByteArray& name = result.arguments.rawName;
     require(isRaw == name.startsWith("hw:"), "a raw device and nothing else has a name");
     require(!isRaw || arguments.join(u' ').contains(QString::fromUtf8(name)), "the name is one that was given");
+    require(!isRaw || !result.arguments.panel, "a raw device has no panel");
     require(result.arguments.cables >= 1 && result.arguments.cables <= 3, "there are one to three cables");
 }
 

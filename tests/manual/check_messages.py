@@ -24,6 +24,11 @@ NO_MESSAGES = {
     "Writes every message to a file.": "help",
     "Shows and changes the settings of a KTZ-JX.": "help",
     "The KTZ-JX Editor with a simulated device, which needs no MIDI.": "help",
+    "The device alone, as a client of the ALSA sequencer with so many ports, 1 to 3: ktz-jx-device --panel.": "help",
+    "ktz-jx-demo: --device %s\\n": "wrong use",
+    "needs a number from 1 to 3": "wrong use",
+    "opens no file, which is the editor's": "wrong use",
+    "needs the ALSA sequencer, without which this was built": "wrong use",
     "The editor is closing.": "an answer on the session bus, which nobody shows",
     "could not connect to display": "read, not shown",
     "Failed to create wl_display": "read, not shown",
@@ -61,7 +66,7 @@ def sources(root):
 def printed(root):
     """Every text of three words and more in what starts and ends the window's programs."""
     texts = set()
-    for path in sorted((root / "app").glob("*.cpp")):
+    for path in sorted([*(root / "app").glob("*.cpp"), *(root / "app/demo").glob("*.cpp")]):
         code = re.sub(r"(?:^|\s)//.*|'\\?\"'|^#include.*", "", joined(path.read_text(encoding="utf-8")), flags=re.M)
         texts |= {plain(literal) for literal in LITERAL.findall(code)
                   if len(re.findall(r"[A-Za-z]{2,}", literal)) > 2 and literal.count(" ") > 1

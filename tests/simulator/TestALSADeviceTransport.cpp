@@ -7,6 +7,7 @@
 #include "simulator/device/DeviceMessages.h"
 #include "simulator/transports/CALSADeviceTransport.h"
 #include "tests/fakes/alsa/FakeALSA.h"
+#include "tests/simulator/COtherClient.h"
 #include "tests/support/CRecordingObserver.h"
 #include "tests/support/CTestCase.h"
 
@@ -16,43 +17,6 @@ using namespace DeviceMessages;
 
 namespace
 {
-/// A port of another program, connected both ways to one port of the device's client.
-class COther
-{
-  public:
-    COther(int deviceClient, int devicePort)
-    {
-        if (snd_seq_open(&m_sequencer, "default", SND_SEQ_OPEN_DUPLEX, SND_SEQ_NONBLOCK) < 0)
-            qFatal("no fake sequencer");
-        client = snd_seq_client_id(m_sequencer);
-        port = snd_seq_create_simple_port(m_sequencer, "Other", FakeALSA::k_both, SND_SEQ_PORT_TYPE_APPLICATION);
-        connected = snd_seq_connect_to(m_sequencer, port, deviceClient, devicePort) == 0 &&
-                    snd_seq_connect_from(m_sequencer, port, deviceClient, devicePort) == 0;
-    }
-
-    ~COther()
-    {
-        snd_seq_close(m_sequencer);
-    }
-
-    COther(const COther&) = delete;
-    COther& operator=(const COther&) = delete;
-
-    [[nodiscard]] QByteArrayList received() const
-    {
-        return FakeALSA::received(client, port);
-    }
-
-    int client = 0;
-    int port = 0;
-    bool connected = false;
-
-  private:
-    snd_seq_t* m_sequencer = nullptr;
-};
-
-constexpr int k_editorPort = 2;
-
 /// The device on an open transport.
 struct OpenDevice
 {
@@ -204,8 +168,8 @@ void TestALSADeviceTransport::editorFindsItAndIsAnswered()
 void TestALSADeviceTransport::onlyTheThirdPortIsHeard()
 {
     OpenDevice our;
-    const COther first(our.client, 0);
-    const COther third(our.client, k_editorPort);
+    const COtherClient first(our.client, 0);
+    const COtherClient third(our.client, k_editorPort);
     QVERIFY(first.connected && third.connected);
     FakeALSA::send(first.client, first.port, start());
     FakeALSA::send(third.client, third.port, keep());
@@ -218,7 +182,7 @@ void TestALSADeviceTransport::onlyTheThirdPortIsHeard()
 void TestALSADeviceTransport::otherEventsReachTheDeviceAsBytes()
 {
     OpenDevice our;
-    const COther other(our.client, k_editorPort);
+    const COtherClient other(our.client, k_editorPort);
     QVERIFY(other.connected);
     snd_seq_event_t event;
     snd_seq_ev_clear(&event);
@@ -234,7 +198,7 @@ void TestALSADeviceTransport::otherEventsReachTheDeviceAsBytes()
 void TestALSADeviceTransport::overrunQueueGoesOn()
 {
     OpenDevice our;
-    const COther other(our.client, k_editorPort);
+    const COtherClient other(our.client, k_editorPort);
     QVERIFY(other.connected);
     for (int i = 0; i < 3000; ++i)
         FakeALSA::send(other.client, other.port, keep());
@@ -254,7 +218,7 @@ void TestALSADeviceTransport::readErrorIsTheEnd()
 void TestALSADeviceTransport::sendThatIsRefusedIsDropped()
 {
     OpenDevice our;
-    const COther other(our.client, k_editorPort);
+    const COtherClient other(our.client, k_editorPort);
     QVERIFY(other.connected);
     FakeALSA::failNext("snd_seq_event_output_direct", -ENOMEM);
     our.device.turn(1, 2);
@@ -265,8 +229,8 @@ void TestALSADeviceTransport::sendThatIsRefusedIsDropped()
 void TestALSADeviceTransport::listenerWithoutRoomLosesTheMessageAlone()
 {
     OpenDevice our;
-    const COther reads(our.client, k_editorPort);
-    const COther doesNotRead(our.client, k_editorPort);
+    const COtherClient reads(our.client, k_editorPort);
+    const COtherClient doesNotRead(our.client, k_editorPort);
     QVERIFY(reads.connected && doesNotRead.connected);
     constexpr int total = 1000; // one queue holds 2000 cells, two for a message; the other holds 100 messages
     FakeALSA::enlargeQueue(reads.client, 2 * total);

@@ -39,6 +39,7 @@ class TestDevicePanel : public CTestCase
     void cableStaysOutWhereNobodyPlugsItIn();
     void cableFollowsTheDevice();
     void editorIsRestartedOnceTheCableIsInAgain();
+    void nobodyIsOfferedARestartThatTheOwnerCannotDo();
     void everyControlHasANameAndIsReachedByTab();
     void switchAndCableAreCheckBoxesForScreenReaders();
     void darkDesktopLeavesThePlateLight();
@@ -66,6 +67,7 @@ void TestDevicePanel::init()
     m_device = std::make_unique<CSimulatedDevice>();
     m_device->plug(m_transport);
     m_panel = std::make_unique<CDevicePanel>(*m_device);
+    connect(m_panel.get(), &CDevicePanel::cablePulled, this, [this] { m_device->unplug(); });
     connect(m_panel.get(), &CDevicePanel::cablePutIn, this, [this] { m_device->plug(m_transport); });
     m_panel->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel.get()));
@@ -216,6 +218,7 @@ void TestDevicePanel::editorIsRestartedOnceTheCableIsInAgain()
 {
     auto* const restart = child<QAbstractButton>("restart");
     auto* const cable = child<QAbstractButton>("cable");
+    m_panel->offerEditorRestart();
     QVERIFY(!restart->isVisible());
     QTest::mouseClick(cable, Qt::LeftButton);
     QVERIFY(!restart->isVisible());
@@ -224,6 +227,15 @@ void TestDevicePanel::editorIsRestartedOnceTheCableIsInAgain()
     QSignalSpy wanted(m_panel.get(), &CDevicePanel::editorRestartWanted);
     QTest::mouseClick(restart, Qt::LeftButton);
     QCOMPARE(wanted.size(), 1);
+}
+
+void TestDevicePanel::nobodyIsOfferedARestartThatTheOwnerCannotDo()
+{
+    auto* const cable = child<QAbstractButton>("cable");
+    QTest::mouseClick(cable, Qt::LeftButton);
+    QTest::mouseClick(cable, Qt::LeftButton);
+    QVERIFY(m_device->isPlugged());
+    QVERIFY(!child<QAbstractButton>("restart")->isVisible());
 }
 
 void TestDevicePanel::everyControlHasANameAndIsReachedByTab()

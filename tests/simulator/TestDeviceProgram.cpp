@@ -1,6 +1,7 @@
 #include "tests/support/CTestCase.h"
 
 #include <QProcess>
+#include <QTemporaryDir>
 
 /// The program itself, on a system that may or may not have a sequencer.
 class TestDeviceProgram : public CTestCase
@@ -13,6 +14,9 @@ class TestDeviceProgram : public CTestCase
     void wrongArgumentsGetOneLineAndStatus2_data();
     void wrongArgumentsGetOneLineAndStatus2();
     void deviceThatDoesNotExistGetsOneLineAndStatus1();
+    void hasNothingOfWindowsInIt();
+    void panelIsAnotherProgramUnderItsName();
+    void panelThatIsNotInstalledGetsOneLineAndStatus2();
 };
 
 namespace
@@ -24,10 +28,14 @@ struct Outcome
     QByteArray errors;
 };
 
-Outcome runProgram(const QStringList& arguments)
+Outcome runProgram(const QStringList& arguments, const QString& program = QStringLiteral(KTZ_JX_DEVICE))
 {
     QProcess process;
-    process.start(KTZ_JX_DEVICE, arguments);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QString::fromLatin1(name));
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
     process.closeWriteChannel();
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {};
@@ -61,6 +69,10 @@ void TestDeviceProgram::wrongArgumentsGetOneLineAndStatus2_data()
                              << QByteArray("ktz-jx-device: unknown argument \"--usb\"; --help lists them\n");
     QTest::newRow("--raw alone") << QStringList{"--raw"}
                                  << QByteArray("ktz-jx-device: --raw needs a raw MIDI device, such as hw:0,0,2\n");
+    QTest::newRow("--panel with --raw") << QStringList{"--panel", "--raw", "hw:0,0,2"}
+                                        << QByteArray("ktz-jx-device: --panel and --raw exclude each other\n");
+    QTest::newRow("--panel with too many cables") << QStringList{"--panel", "--cables", "4"}
+                                                  << QByteArray("ktz-jx-device: --cables needs a number from 1 to 3\n");
 }
 
 void TestDeviceProgram::wrongArgumentsGetOneLineAndStatus2()
@@ -80,6 +92,35 @@ void TestDeviceProgram::deviceThatDoesNotExistGetsOneLineAndStatus1()
     QCOMPARE(outcome.output, QByteArray());
     QVERIFY(outcome.errors.startsWith("ktz-jx-device: cannot open raw MIDI device hw:31,31,31: "));
     QCOMPARE(outcome.errors.count('\n'), 1);
+}
+
+void TestDeviceProgram::hasNothingOfWindowsInIt()
+{
+    const Outcome outcome = runProgram({KTZ_JX_DEVICE}, QStringLiteral("ldd"));
+    QCOMPARE(outcome.status, 0);
+    QVERIFY(outcome.output.contains("libQt6Core.so"));
+    for (const char* const library : {"Qt6Gui", "Qt6Widgets", "libX11", "libxcb"})
+        QVERIFY2(!outcome.output.contains(library), library);
+}
+
+void TestDeviceProgram::panelIsAnotherProgramUnderItsName()
+{
+    const Outcome outcome = runProgram({"--panel", "--cables", "2"});
+    QCOMPARE(outcome.errors, QByteArray("ktz-jx-device: there is no display\n"));
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(outcome.output, QByteArray());
+}
+
+void TestDeviceProgram::panelThatIsNotInstalledGetsOneLineAndStatus2()
+{
+    const QTemporaryDir folder;
+    const QString alone = folder.filePath(QStringLiteral("ktz-jx-device"));
+    QVERIFY(QFile::copy(QStringLiteral(KTZ_JX_DEVICE), alone));
+    const Outcome outcome = runProgram({"--panel"}, alone);
+    QCOMPARE(outcome.errors,
+             QByteArray("ktz-jx-device: --panel needs ktz-jx-demo beside this program: No such file or directory\n"));
+    QCOMPARE(outcome.status, 2);
+    QCOMPARE(outcome.output, QByteArray());
 }
 
 KTZ_TEST(QCoreApplication, TestDeviceProgram)

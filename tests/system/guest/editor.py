@@ -136,6 +136,10 @@ class Editor:
     def close(self, seconds=30):
         """Clicks the close button; the exit status, or None when the program goes on."""
         self.display.click(self.x + CLOSE_BUTTON[0], self.y + CLOSE_BUTTON[1])
+        return self.status(seconds)
+
+    def status(self, seconds):
+        """The exit status, or None when the program goes on."""
         try:
             return self.process.wait(seconds)
         except subprocess.TimeoutExpired:
