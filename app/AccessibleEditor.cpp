@@ -98,6 +98,17 @@ void passOnValue(const QObject* part, CSlideEditor* field)
         AccessibleEditor::tellValue(field);
 }
 
+void passOnShownValue(QObject* object)
+{
+    if (QAccessibleValueInterface* value = QAccessible::queryAccessibleInterface(object)->valueInterface()) {
+        QAccessibleValueChangeEvent told(object, value->currentValue());
+        passOn(&told);
+    } else {
+        QAccessibleEvent told(object, QAccessible::NameChanged);
+        passOn(&told);
+    }
+}
+
 void passOnFocus(QObject* field)
 {
     QAccessibleEvent told(field, QAccessible::Focus);
@@ -107,11 +118,7 @@ void passOnFocus(QObject* field)
 
 void AccessibleEditor::tellValue(QObject* object)
 {
-    static CValueTeller teller([](QObject* changed) {
-        QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(changed);
-        QAccessibleValueChangeEvent told(changed, interface->valueInterface()->currentValue());
-        passOn(&told);
-    });
+    static CValueTeller teller(passOnShownValue);
     teller.changed(object);
 }
 
