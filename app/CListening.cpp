@@ -2,6 +2,7 @@
 
 #include "app/AccessibleEditor.h"
 #include "app/CMainWindow.h"
+#include "app/CNotice.h"
 #include "widgets/CKnobLED.h"
 #include "widgets/accessible/CRingWatch.h"
 
@@ -16,19 +17,20 @@ CListening::~CListening()
     QAccessible::removeActivationObserver(this);
 }
 
-void CListening::say(QWidget* control, const QString& what)
+void CListening::say(const QString& sentence)
 {
-    if (!QAccessible::isActive())
+    if (!m_isActive)
         return;
-    if (m_described && m_described != control)
-        m_described->setAccessibleDescription({});
-    m_described = control;
-    m_described->setAccessibleDescription(what);
+    delete m_notice;
+    m_notice = new CNotice(m_window, sentence);
+    m_notice->tell();
 }
 
 void CListening::accessibilityActiveChanged(bool isActive)
 {
+    m_isActive = isActive;
     qDeleteAll(m_window->findChildren<CRingWatch*>());
+    delete m_notice;
     if (!isActive)
         return;
     const QList<CKnobLED*> rings = m_window->findChildren<CKnobLED*>();

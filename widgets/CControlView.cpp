@@ -160,6 +160,11 @@ void CControlView::setAllDefaultParamsToMemAPI()
         m_memory->setParam(editor->controllerID(), *value++);
 }
 
+QString CControlView::name() const
+{
+    return QStringLiteral("Knob %1").arg(m_numOfKnob + 1);
+}
+
 QString CControlView::nameOf(const CSlideEditor* editor) const
 {
     const qsizetype index = m_editors.indexOf(editor);

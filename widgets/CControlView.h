@@ -42,6 +42,9 @@ class CControlView : public QWidget
 
     [[nodiscard]] int knob() const;
 
+    /// The page's own name as it is spoken.
+    [[nodiscard]] QString name() const;
+
     /// As it is spoken; empty for an editor of another page.
     [[nodiscard]] QString nameOf(const CSlideEditor* editor) const;
 

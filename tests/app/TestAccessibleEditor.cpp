@@ -1,4 +1,5 @@
 #include "app/AccessibleEditor.h"
+#include "app/CNotice.h"
 #include "style/CAboutView.h"
 #include "tests/app/EditorFixture.h"
 #include "tests/support/CTestCase.h"
@@ -102,6 +103,9 @@ class TestAccessibleEditor : public CTestCase
     void ringTellsWhatTheDeviceReports();
     void reportsAreToldAFewTimesASecond();
     void nobodyListens();
+    void commandsLeaveANotice_data();
+    void commandsLeaveANotice();
+    void noticeGoesWithWhoListens();
     void pageIsFocusedAndSelected();
     void buttonsArePressed();
     void onlineMarkIsChecked();
@@ -367,6 +371,52 @@ void TestAccessibleEditor::nobodyListens()
     QCOMPARE(reader.window->findChildren<CRingWatch*>().size(), k_numOfKnobs);
     QAccessible::setActive(false);
     QVERIFY(reader.window->findChildren<CRingWatch*>().isEmpty());
+}
+
+void TestAccessibleEditor::commandsLeaveANotice_data()
+{
+    QTest::addColumn<bool>("isField");
+    QTest::addColumn<QString>("control");
+    QTest::newRow("knob") << false << "Knob 4";
+    QTest::newRow("field") << true << "Knob 4, MIDI channel";
+}
+
+void TestAccessibleEditor::commandsLeaveANotice()
+{
+    QFETCH(bool, isField);
+    QFETCH(QString, control);
+    Reader reader;
+    reader.startActive();
+    if (isField)
+        reader.editor(1203)->goTo();
+    else
+        reader.page(3)->goTo();
+    QAccessible::setActive(true);
+    const auto isTold = [&](void (CMainWindow::*command)(), const QString& did) {
+        (reader.window.get()->*command)();
+        const Interface* told = Reader::child(reader.whole(), control + did);
+        QVERIFY(told);
+        QCOMPARE(told->role(), QAccessible::Notification);
+        QCOMPARE(told->parent(), reader.whole());
+        QCOMPARE(reader.window->findChildren<CNotice*>().size(), 1);
+    };
+    isTold(&CMainWindow::copy, " copied");
+    isTold(&CMainWindow::copy, " copied"); // the same once more
+    isTold(&CMainWindow::paste, " pasted");
+    QAccessible::setActive(false);
+}
+
+void TestAccessibleEditor::noticeGoesWithWhoListens()
+{
+    Reader reader;
+    reader.startActive();
+    reader.window->copy();
+    QVERIFY(!reader.window->findChild<CNotice*>());
+    QAccessible::setActive(true);
+    reader.window->copy();
+    QVERIFY(reader.window->findChild<CNotice*>());
+    QAccessible::setActive(false);
+    QVERIFY(!reader.window->findChild<CNotice*>());
 }
 
 void TestAccessibleEditor::pageIsFocusedAndSelected()

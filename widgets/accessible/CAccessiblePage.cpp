@@ -13,8 +13,7 @@ CControlView* CAccessiblePage::page() const
 
 QString CAccessiblePage::text(QAccessible::Text which) const
 {
-    return which == QAccessible::Name ? QStringLiteral("Knob %1").arg(page()->knob() + 1)
-                                      : CAccessibleGroup::text(which);
+    return which == QAccessible::Name ? page()->name() : CAccessibleGroup::text(which);
 }
 
 QAccessible::State CAccessiblePage::state() const
@@ -37,9 +36,9 @@ void CAccessiblePage::doAction(const QString& name)
         page()->goTo();
 }
 
-QWidgetList CAccessiblePage::members() const
+QObjectList CAccessiblePage::members() const
 {
-    QWidgetList members{page()->findChild<CKnobLED*>()};
+    QObjectList members{page()->findChild<CKnobLED*>()};
     const QList<CSlideEditor*> editors = page()->editorsFromTheTop();
     for (CSlideEditor* editor : editors)
         members.append(editor);
