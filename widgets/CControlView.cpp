@@ -10,6 +10,7 @@
 #include "widgets/CTextSlider.h"
 #include "widgets/SelectionMark.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -232,6 +233,22 @@ void CControlView::setMarked(bool isMarked)
 bool CControlView::isMarked() const
 {
     return m_isMarked;
+}
+
+void CControlView::setCovered(bool isCovered)
+{
+    m_isCovered = isCovered;
+    QWidgetList shown{this, m_knob};
+    shown.append({m_editors.cbegin(), m_editors.cend()});
+    for (QWidget* widget : std::as_const(shown)) {
+        QAccessibleEvent told(widget, isCovered ? QAccessible::ObjectHide : QAccessible::ObjectShow);
+        QAccessible::updateAccessibility(&told);
+    }
+}
+
+bool CControlView::isCovered() const
+{
+    return m_isCovered;
 }
 
 void CControlView::goTo()

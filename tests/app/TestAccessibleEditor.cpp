@@ -11,6 +11,8 @@
 #include <QClipboard>
 #include <QTestAccessibility>
 
+#include <algorithm>
+
 namespace
 {
 using Interface = QAccessibleInterface;
@@ -110,6 +112,7 @@ class TestAccessibleEditor : public CTestCase
     void buttonsArePressed();
     void onlineMarkIsChecked();
     void aboutViewIsADialog();
+    void coveredPagesAreOutOfReach();
 };
 
 void TestAccessibleEditor::initTestCase()
@@ -480,6 +483,34 @@ void TestAccessibleEditor::aboutViewIsADialog()
     animation->setCurrentTime(animation->totalDuration());
     QTRY_VERIFY(!about);
     QVERIFY(!Reader::child(reader.whole(), k_editorName));
+}
+
+void TestAccessibleEditor::coveredPagesAreOutOfReach()
+{
+    Reader reader;
+    reader.startActive();
+    Interface* page = Reader::child(reader.whole(), "Knob 4");
+    Interface* field = reader.of(3, "CC number");
+    const QList<Interface*> behind{page, field, reader.of(3, "LED ring 0")};
+    const auto isOffscreen = [](const Interface* told) { return told->state().offscreen; };
+    QVERIFY(std::ranges::none_of(behind, isOffscreen));
+    QVERIFY(page->state().focusable && field->state().focusable);
+
+    reader.window->about();
+    QVERIFY(std::ranges::all_of(behind, isOffscreen));
+    QVERIFY(!page->state().focusable && !field->state().focusable);
+    for (Interface* told : {page, field})
+        told->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    QVERIFY(reader.window->findChild<CAboutView*>()->hasFocus());
+    field->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
+    field->valueInterface()->setCurrentValue(100);
+    field->editableTextInterface()->replaceText(0, 3, QStringLiteral("100"));
+    QCOMPARE(reader.editor(1103)->getValue(), 7);
+
+    delete reader.window->findChild<CAboutView*>();
+    QVERIFY(std::ranges::none_of(behind, isOffscreen));
+    field->valueInterface()->setCurrentValue(100);
+    QCOMPARE(reader.editor(1103)->getValue(), 100);
 }
 
 KTZ_TEST(QApplication, TestAccessibleEditor)

@@ -176,6 +176,33 @@ def check_notices(window):
         check(by_shortcut, "c", "Knob 5, CC number copied")  # the same again
 
 
+def check_about(window):
+    """While a view covers the pages, they are not there to be read, reached or changed."""
+    behind = [node for number in range(1, 9) for page in [child(window, f"Knob {number}")] for node in [page, *page]]
+    field = child(child(window, "Knob 4"), "CC number")
+    field_before = child(child(window, "Knob 5"), "CC number")
+    told = []
+    focused = []
+    with (listening(lambda event: told.append((event.detail1, event.source)), "object:state-changed:showing"),
+          listening(lambda event: focused.append((event.detail1, event.source)), "object:state-changed:focused")):
+        expect("before", all(shows(node) for node in behind), True)
+        do(child(next(item for item in window[3][0] if item.name == "Help")[0], "About"), "Press")
+        view = wait("the about view", lambda: child(window, "KTZ-JX"))
+        wait("its focus", lambda: (1, view) in focused)
+        wait("that the pages are covered", lambda: {node for on, node in told if not on}.issuperset(behind))
+        expect("behind the view", any(shows(node) for node in behind), False)
+        do(field, "SetFocus")
+        do(field, "Increase")
+        field.queryValue().currentValue = 100
+        expect("a field behind the view", text(field), "5")
+        expect("the focus", focused[-1], (1, view))
+        told.clear()
+        do(child(view, "Close"), "Press")
+        wait("that the pages are back", lambda: {node for on, node in told if on}.issuperset(behind))
+        expect("afterwards", all(shows(node) for node in behind), True)
+        wait("the focus where it was", lambda: (1, field_before) in focused)
+
+
 def boxes_of(application):
     return [node for node in application
             if node is not None and node.getRole() in (pyatspi.ROLE_ALERT, pyatspi.ROLE_DIALOG)]
@@ -189,6 +216,22 @@ def answer_box(window, name, message):
     wait("its keyboard", lambda: shows(box, pyatspi.STATE_ACTIVE))
     press("Escape")
     wait("its end", lambda: not boxes_of(window.getApplication()))
+
+
+def check_boxes(window):
+    """What a message box says to the eye; one without a title goes by its text."""
+    ears = Ears()
+    with listening(ears.tell, "object:state-changed:focused"):
+        for letter, message in (
+                ("r", "All parameters will be restored to their initial state.\r\nContinue?"),
+                ("l", "All the current parameters will be restored to the factory settings.\r\nContinue?")):
+            ears.told.clear()
+            open_edit_menu(ears)
+            press(letter)
+            answer_box(window, message, message)
+    press("ctrl+o")
+    message = "The parameter is modified.\r\nSave?"
+    answer_box(window, message, message)
 
 
 def check_loss(window, panel):
@@ -206,6 +249,7 @@ def main(demo, folder):
         window = wait("the editor's window", editor_window)
         splash = wait("the splash", lambda: child(window, "KTZ-JX"))
         expect("the splash", (splash.getRoleName(), len(splash.description.splitlines())), ("dialog", 2))
+        expect("the pages behind it", any(shows(child(window, f"Knob {number}")) for number in range(1, 9)), False)
         wait("the splash's end", lambda: child(window, "KTZ-JX") is None)
         check_tree(window)
         check_actions(window, log)
@@ -213,6 +257,8 @@ def main(demo, folder):
         wait("the keyboard", lambda: shows(window, pyatspi.STATE_ACTIVE))
         check_events(window)
         check_notices(window)
+        check_about(window)
+        check_boxes(window)
         check_loss(window, child(window.getApplication(), "KTZ-JX device"))
 
 

@@ -19,7 +19,8 @@ QString CAccessiblePage::text(QAccessible::Text which) const
 QAccessible::State CAccessiblePage::state() const
 {
     QAccessible::State state = CAccessibleGroup::state();
-    state.focusable = true;
+    state.focusable = !page()->isCovered();
+    state.offscreen = page()->isCovered();
     state.selectable = true;
     state.selected = page()->isMarked() && page()->selectedEditor() == nullptr;
     return state;
@@ -32,7 +33,7 @@ QStringList CAccessiblePage::actionNames() const
 
 void CAccessiblePage::doAction(const QString& name)
 {
-    if (name == setFocusAction())
+    if (name == setFocusAction() && !page()->isCovered())
         page()->goTo();
 }
 

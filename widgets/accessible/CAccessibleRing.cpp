@@ -44,6 +44,7 @@ QAccessible::State CAccessibleRing::state() const
 {
     QAccessible::State state = QAccessibleWidget::state();
     state.readOnly = true;
+    state.offscreen = page() != nullptr && page()->isCovered();
     return state;
 }
 
