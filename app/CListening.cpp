@@ -6,6 +6,17 @@
 #include "widgets/CKnobLED.h"
 #include "widgets/accessible/CRingWatch.h"
 
+#include <QTimer>
+
+#include <chrono>
+
+namespace
+{
+/// In which a menu's end is told: the focus goes back, and the window becomes the active one again. Either cuts off
+/// what a screen reader is saying.
+constexpr std::chrono::milliseconds k_menuEnd{200};
+} // namespace
+
 CListening::CListening(CMainWindow* window) : QObject(window), m_window(window)
 {
     QAccessible::installActivationObserver(this);
@@ -23,7 +34,7 @@ void CListening::say(const QString& sentence)
         return;
     delete m_notice;
     m_notice = new CNotice(m_window, sentence);
-    m_notice->tell();
+    QTimer::singleShot(k_menuEnd, m_notice.data(), &CNotice::tell);
 }
 
 void CListening::accessibilityActiveChanged(bool isActive)

@@ -20,7 +20,7 @@ class CListening : public QObject, public QAccessible::ActivationObserver
 
     void accessibilityActiveChanged(bool isActive) override;
 
-    /// Has a sentence spoken, wherever the focus is. The one before goes.
+    /// Has a sentence spoken soon, wherever the focus is. The one before goes.
     void say(const QString& sentence);
 
   private:

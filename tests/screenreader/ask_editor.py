@@ -121,15 +121,21 @@ def open_edit_menu(ears):
     ears.focus_comes_to("Copy")
 
 
+def press_in_menu(ears, letter):
+    ears.told.clear()
+    press(letter)
+    wait("the window after the menu", lambda: any(kind == "active" for kind, _role, _name in ears.told))
+
+
 def by_edit_menu(_window, ears, letter):
     open_edit_menu(ears)
-    press(letter)
+    press_in_menu(ears, letter)
 
 
 def by_menu_key(_window, ears, letter):
     press("shift+F10")
     ears.menu_opens()
-    press(letter)
+    press_in_menu(ears, letter)
 
 
 def by_pointer(window, ears, letter):
@@ -137,7 +143,7 @@ def by_pointer(window, ears, letter):
     subprocess.run(["xdotool", "mousemove", str(ring.x + ring.width // 2), str(ring.y + ring.height // 2), "click", "3"],
                    check=True)
     ears.menu_opens()
-    press(letter)
+    press_in_menu(ears, letter)
 
 
 def by_action(window, _ears, letter):
@@ -147,7 +153,7 @@ def by_action(window, _ears, letter):
 
 
 def check_notices(window):
-    """What Copy and Paste did is told by whatever way, wherever the focus is, after the focus has come back."""
+    """What Copy and Paste did is told by whatever way, wherever the focus is, after all that comes with the end of a menu."""
     ears = Ears()
 
     def check(way, letter, sentence):
@@ -161,7 +167,8 @@ def check_notices(window):
         expect(f"in the window {way.__name__}",
                [node.name for node in window if node.getRole() == pyatspi.ROLE_NOTIFICATION], [sentence])
 
-    with listening(ears.tell, "object:state-changed:showing", "object:state-changed:focused"):
+    with listening(ears.tell, "object:state-changed:showing", "object:state-changed:focused",
+                   "object:state-changed:active", "window:activate"):  # the former is sent with the latter alone
         do(child(window, "Knob 4"), "SetFocus")
         ears.focus_comes_to("Knob 4")
         for way in (by_shortcut, by_edit_menu, by_menu_key, by_pointer, by_action):

@@ -5,10 +5,13 @@ import subprocess
 import sys
 import time
 
-from gi.repository import Gio, GLib
 import pyatspi
+from gi.repository import Atspi, Gio, GLib
 
 SECONDS = 20
+
+# A busy machine may take longer than the 0.8 s after which an answer counts as none.
+Atspi.set_timeout(SECONDS * 1000, SECONDS * 1000)
 
 
 def hear():
