@@ -102,17 +102,6 @@ void passOnValue(const QObject* part, CSlideEditor* field)
         AccessibleEditor::tellValue(field);
 }
 
-void passOnShownValue(QObject* object)
-{
-    if (QAccessibleValueInterface* value = QAccessible::queryAccessibleInterface(object)->valueInterface()) {
-        QAccessibleValueChangeEvent told(object, value->currentValue());
-        passOn(&told);
-    } else {
-        QAccessibleEvent told(object, QAccessible::NameChanged);
-        passOn(&told);
-    }
-}
-
 void passOnFocus(QObject* field)
 {
     QAccessibleEvent told(field, QAccessible::Focus);
@@ -122,7 +111,11 @@ void passOnFocus(QObject* field)
 
 void AccessibleEditor::tellValue(QObject* object)
 {
-    static CValueTeller teller(passOnShownValue);
+    static CValueTeller teller([](QObject* changed) {
+        QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(changed);
+        QAccessibleValueChangeEvent told(changed, interface->valueInterface()->currentValue());
+        passOn(&told);
+    });
     teller.changed(object);
 }
 

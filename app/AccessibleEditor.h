@@ -16,7 +16,7 @@ void install();
 /// The object by which this one is told: for a part of a field the field, for all else itself.
 [[nodiscard]] QObject* told(QObject* object);
 
-/// The value that an object has, or has in its name, has changed: tells so now or soon, a few times a second at most.
+/// An object's value has changed: tells so now or soon, a few times a second at most.
 void tellValue(QObject* object);
 
 /// The handler of every event, while somebody listens: passes those of the parts of a field on as the field's own.

@@ -52,15 +52,15 @@ def main(program, _folder):
         def tell(event):
             # As a screen reader does, which asks for everything.
             if event.source in rings:
-                told[rings.index(event.source)].append((time.monotonic(), event.source.name))
-                event.source.getRole(), event.source.getState(), event.source.description
+                told[rings.index(event.source)].append((time.monotonic(), event.source.queryValue().currentValue))
+                event.source.getRole(), event.source.getState(), event.source.name, event.source.description
 
-        with listening(tell, "object:property-change:accessible-name"):
+        with listening(tell, "object:property-change:accessible-value"):
             start = time.monotonic()
             flood(editor, TURNS)
-            names = [f"LED ring {last_value(knob)}" for knob in range(KNOBS)]
+            values = [last_value(knob) for knob in range(KNOBS)]
             wait("the turns", lambda: time.monotonic() - start > TURNS / PER_SECOND)
-            wait("the last values", lambda: [told[knob][-1][1] for knob in range(KNOBS) if told[knob]] == names)
+            wait("the last values", lambda: [told[knob][-1][1] for knob in range(KNOBS) if told[knob]] == values)
         end = start + TURNS / PER_SECOND
         late = max(told[knob][-1][0] for knob in range(KNOBS)) - end
         flooded(editor, TURNS, "somebody listens")

@@ -7,10 +7,11 @@
 
 namespace
 {
+constexpr int k_highestValue = 127;
 constexpr int k_ledsOfAState = 3; ///< more than of the state before
 } // namespace
 
-CAccessibleRing::CAccessibleRing(CKnobLED* ring) : QAccessibleWidget(ring, QAccessible::StaticText) {}
+CAccessibleRing::CAccessibleRing(CKnobLED* ring) : QAccessibleWidget(ring, QAccessible::Dial) {}
 
 CKnobLED* CAccessibleRing::ring() const
 {
@@ -32,7 +33,9 @@ QString CAccessibleRing::text(QAccessible::Text which) const
 {
     switch (which) {
     case QAccessible::Name:
-        return QStringLiteral("LED ring %1").arg(ring()->getKnob());
+        return QStringLiteral("LED ring");
+    case QAccessible::Value:
+        return currentValue().toString();
     case QAccessible::Description:
         return QStringLiteral("%1 of %2 LEDs lit").arg(litLEDs()).arg((k_numOfLEDStates - 1) * k_ledsOfAState);
     default:
@@ -50,5 +53,29 @@ QAccessible::State CAccessibleRing::state() const
 
 void* CAccessibleRing::interface_cast(QAccessible::InterfaceType type)
 {
+    if (type == QAccessible::ValueInterface)
+        return static_cast<QAccessibleValueInterface*>(this);
     return type == QAccessible::ActionInterface ? nullptr : QAccessibleWidget::interface_cast(type);
+}
+
+QVariant CAccessibleRing::currentValue() const
+{
+    return ring()->getKnob();
+}
+
+void CAccessibleRing::setCurrentValue(const QVariant& /*value*/) {} // the hardware's alone
+
+QVariant CAccessibleRing::maximumValue() const
+{
+    return k_highestValue;
+}
+
+QVariant CAccessibleRing::minimumValue() const
+{
+    return 0;
+}
+
+QVariant CAccessibleRing::minimumStepSize() const
+{
+    return 1;
 }

@@ -5,9 +5,8 @@
 class CControlView;
 class CKnobLED;
 
-/// The LED ring of a knob: a label that says the value that the device reports. It is no value of the toolkit's kind:
-/// whatever has one of those is offered to be stepped and set, and the ring can only be read.
-class CAccessibleRing : public QAccessibleWidget
+/// The LED ring of a knob: the value that the device reports, which can only be read.
+class CAccessibleRing : public QAccessibleWidget, public QAccessibleValueInterface
 {
   public:
     explicit CAccessibleRing(CKnobLED* ring);
@@ -15,6 +14,12 @@ class CAccessibleRing : public QAccessibleWidget
     [[nodiscard]] QString text(QAccessible::Text which) const override;
     [[nodiscard]] QAccessible::State state() const override;
     [[nodiscard]] void* interface_cast(QAccessible::InterfaceType type) override;
+
+    [[nodiscard]] QVariant currentValue() const override;
+    void setCurrentValue(const QVariant& value) override;
+    [[nodiscard]] QVariant maximumValue() const override;
+    [[nodiscard]] QVariant minimumValue() const override;
+    [[nodiscard]] QVariant minimumStepSize() const override;
 
   private:
     [[nodiscard]] CKnobLED* ring() const;
