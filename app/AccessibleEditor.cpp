@@ -1,7 +1,9 @@
 #include "app/AccessibleEditor.h"
 
+#include "app/CAccessibleNotice.h"
 #include "app/CAccessibleWindow.h"
 #include "app/CMainWindow.h"
+#include "app/CNotice.h"
 #include "app/CValueTeller.h"
 #include "style/CInfoView.h"
 #include "style/COnlineMark.h"
@@ -18,10 +20,10 @@
 
 namespace
 {
-template <class Interface, class Widget> QAccessibleInterface* createFor(QObject* object)
+template <class Interface, class Told> QAccessibleInterface* createFor(QObject* object)
 {
-    auto* widget = qobject_cast<Widget*>(object);
-    return widget != nullptr ? new Interface(widget) : nullptr;
+    auto* told = qobject_cast<Told*>(object);
+    return told != nullptr ? new Interface(told) : nullptr;
 }
 
 QAccessibleInterface* createInterface(const QString& className, QObject* object)
@@ -38,6 +40,8 @@ QAccessibleInterface* createInterface(const QString& className, QObject* object)
         return createFor<CAccessibleView, CInfoView>(object);
     if (className == QLatin1String("CMainWindow"))
         return createFor<CAccessibleWindow, CMainWindow>(object);
+    if (className == QLatin1String("CNotice"))
+        return createFor<CAccessibleNotice, CNotice>(object);
     return nullptr;
 }
 

@@ -1,6 +1,7 @@
 #include "app/CAccessibleWindow.h"
 
 #include "app/AccessibleEditor.h"
+#include "app/CNotice.h"
 #include "style/CInfoView.h"
 
 CAccessibleWindow::CAccessibleWindow(QWidget* window) : CAccessibleGroup(window, QAccessible::Window) {}
@@ -11,9 +12,9 @@ QAccessibleInterface* CAccessibleWindow::focusChild() const
     return focus != nullptr ? QAccessible::queryAccessibleInterface(AccessibleEditor::told(focus)) : nullptr;
 }
 
-QWidgetList CAccessibleWindow::members() const
+QObjectList CAccessibleWindow::members() const
 {
-    QWidgetList members;
+    QObjectList members;
     const QWidgetList children = widget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
     for (QWidget* child : children) {
         if (child->isHidden() || child->isWindow())
@@ -22,5 +23,7 @@ QWidgetList CAccessibleWindow::members() const
         auto* view = child->findChild<CInfoView*>(QString(), Qt::FindDirectChildrenOnly);
         members.append(view != nullptr ? view : child);
     }
+    if (auto* notice = widget()->findChild<CNotice*>(QString(), Qt::FindDirectChildrenOnly))
+        members.append(notice);
     return members;
 }

@@ -2,7 +2,8 @@
 
 #include "widgets/accessible/CAccessibleGroup.h"
 
-/// The editor's window: its buttons, menus, online mark and pages, and the view that lies over them for a while.
+/// The editor's window: its buttons, menus, online mark and pages, the view that lies over them for a while, and the
+/// notice that was told last.
 class CAccessibleWindow : public CAccessibleGroup
 {
   public:
@@ -11,5 +12,5 @@ class CAccessibleWindow : public CAccessibleGroup
     [[nodiscard]] QAccessibleInterface* focusChild() const override;
 
   protected:
-    [[nodiscard]] QWidgetList members() const override;
+    [[nodiscard]] QObjectList members() const override;
 };

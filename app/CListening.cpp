@@ -2,8 +2,20 @@
 
 #include "app/AccessibleEditor.h"
 #include "app/CMainWindow.h"
+#include "app/CNotice.h"
 #include "widgets/CKnobLED.h"
 #include "widgets/accessible/CRingWatch.h"
+
+#include <QTimer>
+
+#include <chrono>
+
+namespace
+{
+/// In which a menu's end is told: the focus goes back, and the window becomes the active one again. Either cuts off
+/// what a screen reader is saying.
+constexpr std::chrono::milliseconds k_menuEnd{200};
+} // namespace
 
 CListening::CListening(CMainWindow* window) : QObject(window), m_window(window)
 {
@@ -16,19 +28,20 @@ CListening::~CListening()
     QAccessible::removeActivationObserver(this);
 }
 
-void CListening::say(QWidget* control, const QString& what)
+void CListening::say(const QString& sentence)
 {
-    if (!QAccessible::isActive())
+    if (!m_isActive)
         return;
-    if (m_described && m_described != control)
-        m_described->setAccessibleDescription({});
-    m_described = control;
-    m_described->setAccessibleDescription(what);
+    delete m_notice;
+    m_notice = new CNotice(m_window, sentence);
+    QTimer::singleShot(k_menuEnd, m_notice.data(), &CNotice::tell);
 }
 
 void CListening::accessibilityActiveChanged(bool isActive)
 {
+    m_isActive = isActive;
     qDeleteAll(m_window->findChildren<CRingWatch*>());
+    delete m_notice;
     if (!isActive)
         return;
     const QList<CKnobLED*> rings = m_window->findChildren<CKnobLED*>();

@@ -3,9 +3,9 @@
 #include <QAccessible>
 #include <QObject>
 #include <QPointer>
-#include <QWidget>
 
 class CMainWindow;
+class CNotice;
 
 /// What a window does for those who listen to it, as long as somebody does: watches its rings, and says what a command
 /// has done. Before and afterwards nothing is there for it.
@@ -20,11 +20,11 @@ class CListening : public QObject, public QAccessible::ActivationObserver
 
     void accessibilityActiveChanged(bool isActive) override;
 
-    /// Has a control described by what was done to it, which is spoken where the control has the focus. The description
-    /// of the control before goes.
-    void say(QWidget* control, const QString& what);
+    /// Has a sentence spoken soon, wherever the focus is. The one before goes.
+    void say(const QString& sentence);
 
   private:
     CMainWindow* m_window;
-    QPointer<QWidget> m_described;
+    bool m_isActive = false;
+    QPointer<CNotice> m_notice; ///< the window's child
 };

@@ -302,6 +302,8 @@ void CMainWindow::windowLock()
         return;
     }
     m_menuManager->setMenuBarEnabled(false);
+    for (CControlView* view : std::as_const(m_views))
+        view->setCovered(true);
     m_focusBeforeLock = focusWidget();
     m_lockCount = 1;
 }
@@ -312,6 +314,8 @@ void CMainWindow::windowUnlock()
     if (m_lockCount > 0)
         return;
     m_menuManager->setMenuBarEnabled(true);
+    for (CControlView* view : std::as_const(m_views))
+        view->setCovered(false);
     // Whether or not a cursor was set while the window was locked.
     QGuiApplication::restoreOverrideCursor();
     m_lockCount = 0;

@@ -61,11 +61,13 @@ void CMainWindow::finishTyping()
 
 void CMainWindow::sayOfSelected(const QString& what)
 {
-    CControlView* view = selectedControlView();
+    const CControlView* view = selectedControlView();
     if (view == nullptr || m_listening == nullptr)
         return;
-    QWidget* editor = view->selectedEditor();
-    m_listening->say(editor != nullptr ? editor : view, what);
+    const CSlideEditor* editor = view->selectedEditor();
+    const QString control =
+        editor != nullptr ? view->name() + QLatin1String(", ") + view->nameOf(editor) : view->name();
+    m_listening->say(control + QLatin1Char(' ') + what);
 }
 
 void CMainWindow::copy()

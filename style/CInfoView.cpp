@@ -3,6 +3,7 @@
 #include "app/common/Constants.h"
 #include "app/common/Utilities.h"
 
+#include <QAccessible>
 #include <QPainter>
 #include <QPropertyAnimation>
 
@@ -67,6 +68,16 @@ void CInfoView::closeView()
 {
     emit closed();
     close();
+}
+
+void CInfoView::showEvent(QShowEvent* event)
+{
+    COverlapView::showEvent(event);
+    if (!hasFocus())
+        return;
+    // It took the focus before it was whole, and was told as something without a name.
+    QAccessibleEvent told(this, QAccessible::Focus);
+    QAccessible::updateAccessibility(&told);
 }
 
 void CInfoView::paintEvent(QPaintEvent*)

@@ -49,6 +49,7 @@ class CInfoView : public COverlapView
     void slideOut(int distance);
     [[nodiscard]] bool isSlidingOut() const;
 
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:

@@ -10,6 +10,7 @@
 #include "widgets/CTextSlider.h"
 #include "widgets/SelectionMark.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -161,6 +162,11 @@ void CControlView::setAllDefaultParamsToMemAPI()
         m_memory->setParam(editor->controllerID(), *value++);
 }
 
+QString CControlView::name() const
+{
+    return QStringLiteral("Knob %1").arg(m_numOfKnob + 1);
+}
+
 QString CControlView::nameOf(const CSlideEditor* editor) const
 {
     const qsizetype index = m_editors.indexOf(editor);
@@ -228,6 +234,22 @@ void CControlView::setMarked(bool isMarked)
 bool CControlView::isMarked() const
 {
     return m_isMarked;
+}
+
+void CControlView::setCovered(bool isCovered)
+{
+    m_isCovered = isCovered;
+    QWidgetList shown{this, m_knob};
+    shown.append({m_editors.cbegin(), m_editors.cend()});
+    for (QWidget* widget : std::as_const(shown)) {
+        QAccessibleEvent told(widget, isCovered ? QAccessible::ObjectHide : QAccessible::ObjectShow);
+        QAccessible::updateAccessibility(&told);
+    }
+}
+
+bool CControlView::isCovered() const
+{
+    return m_isCovered;
 }
 
 void CControlView::goTo()

@@ -42,6 +42,9 @@ class CControlView : public QWidget
 
     [[nodiscard]] int knob() const;
 
+    /// The page's own name as it is spoken.
+    [[nodiscard]] QString name() const;
+
     /// As it is spoken; empty for an editor of another page.
     [[nodiscard]] QString nameOf(const CSlideEditor* editor) const;
 
@@ -60,6 +63,11 @@ class CControlView : public QWidget
     /// Whether the selected control is marked. False until it is set.
     void setMarked(bool isMarked);
     [[nodiscard]] bool isMarked() const;
+
+    /// Whether something lies over the page, so that nobody reaches it; those who listen are told. False until it is
+    /// set.
+    void setCovered(bool isCovered);
+    [[nodiscard]] bool isCovered() const;
 
     /// Takes the keys and selects the whole knob, as a click on its ring does.
     void goTo();
@@ -105,4 +113,5 @@ class CControlView : public QWidget
     QWidget* m_selectedSlider = nullptr;
     mutable std::optional<bool> m_canPaste; ///< nothing until it is asked
     bool m_isMarked = false;
+    bool m_isCovered = false;
 };

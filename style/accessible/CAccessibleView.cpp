@@ -22,7 +22,8 @@ QString CAccessibleView::text(QAccessible::Text which) const
     }
 }
 
-QWidgetList CAccessibleView::members() const
+QObjectList CAccessibleView::members() const
 {
-    return widget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    const QWidgetList children = widget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    return {children.cbegin(), children.cend()};
 }

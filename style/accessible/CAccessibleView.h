@@ -15,5 +15,5 @@ class CAccessibleView : public CAccessibleGroup
     [[nodiscard]] QString text(QAccessible::Text which) const override;
 
   protected:
-    [[nodiscard]] QWidgetList members() const override;
+    [[nodiscard]] QObjectList members() const override;
 };

@@ -1,4 +1,5 @@
 #include "app/AccessibleEditor.h"
+#include "app/CNotice.h"
 #include "style/CAboutView.h"
 #include "tests/app/EditorFixture.h"
 #include "tests/support/CTestCase.h"
@@ -9,6 +10,8 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QTestAccessibility>
+
+#include <algorithm>
 
 namespace
 {
@@ -102,10 +105,14 @@ class TestAccessibleEditor : public CTestCase
     void ringTellsWhatTheDeviceReports();
     void reportsAreToldAFewTimesASecond();
     void nobodyListens();
+    void commandsLeaveANotice_data();
+    void commandsLeaveANotice();
+    void noticeGoesWithWhoListens();
     void pageIsFocusedAndSelected();
     void buttonsArePressed();
     void onlineMarkIsChecked();
     void aboutViewIsADialog();
+    void coveredPagesAreOutOfReach();
 };
 
 void TestAccessibleEditor::initTestCase()
@@ -369,6 +376,52 @@ void TestAccessibleEditor::nobodyListens()
     QVERIFY(reader.window->findChildren<CRingWatch*>().isEmpty());
 }
 
+void TestAccessibleEditor::commandsLeaveANotice_data()
+{
+    QTest::addColumn<bool>("isField");
+    QTest::addColumn<QString>("control");
+    QTest::newRow("knob") << false << "Knob 4";
+    QTest::newRow("field") << true << "Knob 4, MIDI channel";
+}
+
+void TestAccessibleEditor::commandsLeaveANotice()
+{
+    QFETCH(bool, isField);
+    QFETCH(QString, control);
+    Reader reader;
+    reader.startActive();
+    if (isField)
+        reader.editor(1203)->goTo();
+    else
+        reader.page(3)->goTo();
+    QAccessible::setActive(true);
+    const auto isTold = [&](void (CMainWindow::*command)(), const QString& did) {
+        (reader.window.get()->*command)();
+        const Interface* told = Reader::child(reader.whole(), control + did);
+        QVERIFY(told);
+        QCOMPARE(told->role(), QAccessible::Notification);
+        QCOMPARE(told->parent(), reader.whole());
+        QCOMPARE(reader.window->findChildren<CNotice*>().size(), 1);
+    };
+    isTold(&CMainWindow::copy, " copied");
+    isTold(&CMainWindow::copy, " copied"); // the same once more
+    isTold(&CMainWindow::paste, " pasted");
+    QAccessible::setActive(false);
+}
+
+void TestAccessibleEditor::noticeGoesWithWhoListens()
+{
+    Reader reader;
+    reader.startActive();
+    reader.window->copy();
+    QVERIFY(!reader.window->findChild<CNotice*>());
+    QAccessible::setActive(true);
+    reader.window->copy();
+    QVERIFY(reader.window->findChild<CNotice*>());
+    QAccessible::setActive(false);
+    QVERIFY(!reader.window->findChild<CNotice*>());
+}
+
 void TestAccessibleEditor::pageIsFocusedAndSelected()
 {
     Reader reader;
@@ -430,6 +483,34 @@ void TestAccessibleEditor::aboutViewIsADialog()
     animation->setCurrentTime(animation->totalDuration());
     QTRY_VERIFY(!about);
     QVERIFY(!Reader::child(reader.whole(), k_editorName));
+}
+
+void TestAccessibleEditor::coveredPagesAreOutOfReach()
+{
+    Reader reader;
+    reader.startActive();
+    Interface* page = Reader::child(reader.whole(), "Knob 4");
+    Interface* field = reader.of(3, "CC number");
+    const QList<Interface*> behind{page, field, reader.of(3, "LED ring")};
+    const auto isOffscreen = [](const Interface* told) { return told->state().offscreen; };
+    QVERIFY(std::ranges::none_of(behind, isOffscreen));
+    QVERIFY(page->state().focusable && field->state().focusable);
+
+    reader.window->about();
+    QVERIFY(std::ranges::all_of(behind, isOffscreen));
+    QVERIFY(!page->state().focusable && !field->state().focusable);
+    for (Interface* told : {page, field})
+        told->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    QVERIFY(reader.window->findChild<CAboutView*>()->hasFocus());
+    field->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
+    field->valueInterface()->setCurrentValue(100);
+    field->editableTextInterface()->replaceText(0, 3, QStringLiteral("100"));
+    QCOMPARE(reader.editor(1103)->getValue(), 7);
+
+    delete reader.window->findChild<CAboutView*>();
+    QVERIFY(std::ranges::none_of(behind, isOffscreen));
+    field->valueInterface()->setCurrentValue(100);
+    QCOMPARE(reader.editor(1103)->getValue(), 100);
 }
 
 KTZ_TEST(QApplication, TestAccessibleEditor)

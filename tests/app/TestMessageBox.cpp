@@ -5,6 +5,7 @@
 #include "tests/support/CMessageBoxAnswer.h"
 #include "tests/support/CTestCase.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
@@ -41,6 +42,8 @@ class TestMessageBox : public CTestCase
     void buttonsShowTextAlone();
     void textIsShownAsItStands_data();
     void textIsShownAsItStands();
+    void isToldByTitleOrText_data();
+    void isToldByTitleOrText();
 };
 
 void TestMessageBox::texts_data()
@@ -214,6 +217,36 @@ void TestMessageBox::buttonsShowTextAlone()
         for (const QPushButton* button : buttons)
             QVERIFY(button->icon().isNull());
     });
+}
+
+void TestMessageBox::isToldByTitleOrText_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("title") << k_saveDialogTitle << k_saveDialogTitle;
+    QTest::newRow("no title") << QString() << k_saveError;
+}
+
+// To a screen reader; one without a name would be passed over.
+void TestMessageBox::isToldByTitleOrText()
+{
+    QFETCH(QString, title);
+    QAccessible::Role role{};
+    QString name;
+    QStringList parts;
+    QTimer::singleShot(0, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        const QAccessibleInterface* told = QAccessible::queryAccessibleInterface(box);
+        role = told->role();
+        name = told->text(QAccessible::Name);
+        for (int i = 0; i < told->childCount(); ++i)
+            parts.append(told->child(i)->text(QAccessible::Name));
+        box->close();
+    });
+    CMessageBox::warning(nullptr, title, k_saveError, QMessageBox::Ok, QMessageBox::Ok);
+    QCOMPARE(role, QAccessible::AlertMessage);
+    QTEST(name, "name");
+    QVERIFY(parts.contains(k_saveError));
 }
 
 KTZ_TEST(QApplication, TestMessageBox)

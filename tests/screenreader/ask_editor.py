@@ -2,74 +2,27 @@
 
 Ends with status 0 only if every answer is the expected one, and every action has reached the device."""
 
+import contextlib
 import pathlib
 import re
 import subprocess
 import sys
-import time
 
-from gi.repository import Gio, GLib
+from gi.repository import GLib
 import pyatspi
+
+from reader import (child, do, editor_window, expect, hear, listening, press, running, say_that_somebody_listens, shows,
+                    text, wait)
 
 FIELDS = ["LED type", "CC number", "MIDI channel", "Maximum", "Minimum"]
 RANGES = {"LED ring": (0, 127), "LED type": (0, 3), "CC number": (0, 127), "MIDI channel": (1, 16),
           "Maximum": (0, 127), "Minimum": (0, 127)}
 CC_NUMBERS = [74, 71, 10, 7, 73, 72, 91, 93]
 CHANGE = re.compile(r"received +F0 43 10 3E 18 05 02 03 ((?:[0-9A-F]{2} ){6})F7")
-SECONDS = 20
-
-
-def wait(what, condition):
-    """The condition's first true value; the events that come meanwhile are heard."""
-    end = time.monotonic() + SECONDS
-    while time.monotonic() < end:
-        while GLib.MainContext.default().iteration(False):
-            pass
-        value = condition()
-        if value:
-            return value
-        time.sleep(0.01)
-    sys.exit(f"in vain: {what}")
-
-
-def expect(what, actual, expected):
-    if actual != expected:
-        sys.exit(f"{what}: {actual!r}, expected {expected!r}")
-
-
-def say_that_somebody_listens():
-    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-    for name in ("IsEnabled", "ScreenReaderEnabled"):
-        arguments = GLib.Variant("(ssv)", ("org.a11y.Status", name, GLib.Variant("b", True)))
-        bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set", arguments, None,
-                      Gio.DBusCallFlags.NONE, SECONDS * 1000, None)
-
-
-def child(above, name):
-    return next((node for node in above if node is not None and node.name == name), None)
-
-
-def editor_window():
-    for application in pyatspi.Registry.getDesktop(0):
-        window = child(application, "KTZ-JX Editor") if application is not None else None
-        if window is not None and child(window, "Knob 8") is not None:
-            return window
-    return None
-
-
-def text(node):
-    return node.queryText().getText(0, -1)
-
-
-def do(node, name):
-    actions = node.queryAction()
-    names = [actions.getName(index) for index in range(actions.nActions)]
-    if name not in names or not actions.doAction(names.index(name)):
-        sys.exit(f"{node.name} does not do {name}: {names}")
 
 
 def check_tree(window):
-    wait("the connection", lambda: window[12].getState().contains(pyatspi.STATE_CHECKED))
+    wait("the connection", lambda: shows(window[12], pyatspi.STATE_CHECKED))
     expect("the window's parts", [node.name for node in window],
            ["Close", "Minimise", "Keep in front", ""] + [f"Knob {number}" for number in range(1, 9)] + ["Online"])
     for number, cc in enumerate(CC_NUMBERS, 1):
@@ -112,94 +65,207 @@ def check_actions(window, log):
 def check_events(window):
     """What is told without being asked for."""
     told = []
-    for kind in ("object:state-changed:focused", "object:property-change:accessible-value",
-                 "object:property-change:accessible-description", "object:text-changed:insert"):
-        pyatspi.Registry.registerEventListener(
-            lambda event: told.append((event.type.major, event.detail1, event.source.parent.name, event.source.name)),
-            kind)
+
+    def tell(event):
+        told.append((event.type.major, event.detail1, event.source.parent.name, event.source.name))
 
     def comes(what, major, page, name):
         wait(what, lambda: any((entry[0], entry[2], entry[3]) == (major, page, name) for entry in told))
         told.clear()
 
-    do(child(window, "Knob 4"), "SetFocus")
-    comes("the focus of a page", "state-changed", "KTZ-JX Editor", "Knob 4")
-    subprocess.run(["xdotool", "key", "Tab", "Tab"], check=True)
-    comes("the focus of a field", "state-changed", "Knob 4", "CC number")
-    subprocess.run(["xdotool", "key", "Up"], check=True)
-    comes("a value by key", "property-change", "Knob 4", "CC number")
-    subprocess.run(["xdotool", "key", "5"], check=True)
-    comes("typed text", "text-changed", "Knob 4", "CC number")
-    subprocess.run(["xdotool", "key", "Return"], check=True)
-    comes("the typed value", "property-change", "Knob 4", "CC number")
+    with listening(tell, "object:state-changed:focused", "object:property-change:accessible-value",
+                   "object:text-changed:insert"):
+        do(child(window, "Knob 4"), "SetFocus")
+        comes("the focus of a page", "state-changed", "KTZ-JX Editor", "Knob 4")
+        press("Tab", "Tab")
+        comes("the focus of a field", "state-changed", "Knob 4", "CC number")
+        press("Up")
+        comes("a value by key", "property-change", "Knob 4", "CC number")
+        press("5")
+        comes("typed text", "text-changed", "Knob 4", "CC number")
+        press("Return")
+        comes("the typed value", "property-change", "Knob 4", "CC number")
     expect("the typed value", text(child(child(window, "Knob 4"), "CC number")), "5")
-    for keys, page in (("ctrl+c", "Knob 4"), ("ctrl+v", "Knob 5")):
-        do(child(window, page), "SetFocus")
-        comes("the focus of another page", "state-changed", "KTZ-JX Editor", page)
-        subprocess.run(["xdotool", "key", keys], check=True)
-        comes(f"what {keys} did", "property-change", "KTZ-JX Editor", page)
-    expect("the descriptions", [child(window, page).description for page in ("Knob 4", "Knob 5")], ["", "pasted"])
-    expect("the pasted value", text(child(child(window, "Knob 5"), "CC number")), "5")
 
 
-def check_reports(window, panel):
-    """A thousand values that the device reports: a few are told, and the last one soon."""
-    ring = child(window, "Knob 3")[0]
+class Ears:
+    """What has come into view and where the focus has gone, in this order."""
+
+    def __init__(self):
+        self.told = []
+
+    def tell(self, event):
+        with contextlib.suppress(GLib.GError):  # it may have gone
+            if event.detail1:
+                self.told.append((event.type.minor, event.source.getRole(), event.source.name))
+
+    def menu_opens(self):
+        wait("a menu", lambda: any(entry[:2] == ("showing", pyatspi.ROLE_POPUP_MENU) for entry in self.told))
+
+    def focus_comes_to(self, name):
+        wait(f"the focus of {name}", lambda: any(entry[::2] == ("focused", name) for entry in self.told))
+
+    def notices(self):
+        return [name for kind, role, name in self.told if (kind, role) == ("showing", pyatspi.ROLE_NOTIFICATION)]
+
+
+def by_shortcut(_window, _ears, letter):
+    press(f"ctrl+{letter}")
+
+
+def open_edit_menu(ears):
+    press("F10")
+    ears.focus_comes_to("Open")
+    press("Right")
+    ears.focus_comes_to("Copy")
+
+
+def press_in_menu(ears, letter):
+    ears.told.clear()
+    press(letter)
+    wait("the window after the menu", lambda: any(kind == "active" for kind, _role, _name in ears.told))
+
+
+def by_edit_menu(_window, ears, letter):
+    open_edit_menu(ears)
+    press_in_menu(ears, letter)
+
+
+def by_menu_key(_window, ears, letter):
+    press("shift+F10")
+    ears.menu_opens()
+    press_in_menu(ears, letter)
+
+
+def by_pointer(window, ears, letter):
+    ring = child(window, "Knob 4")[0].queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    subprocess.run(["xdotool", "mousemove", str(ring.x + ring.width // 2), str(ring.y + ring.height // 2), "click", "3"],
+                   check=True)
+    ears.menu_opens()
+    press_in_menu(ears, letter)
+
+
+def by_action(window, _ears, letter):
+    """As a screen reader presses an item of a menu that is not open."""
+    edit = next(item for item in window[3][0] if item.name == "Edit")
+    do(child(edit[0], {"c": "Copy", "v": "Paste", "p": "Paste"}[letter]), "Press")
+
+
+def check_notices(window):
+    """What Copy and Paste did is told by whatever way, wherever the focus is, after all that comes with the end of a menu."""
+    ears = Ears()
+
+    def check(way, letter, sentence):
+        ears.told.clear()
+        way(window, ears, letter)
+        wait(f"{sentence} {way.__name__}", ears.notices)
+        shows(window)  # whatever was sent before the answer has come with it
+        hear()
+        expect(f"what is told {way.__name__}", ears.notices(), [sentence])
+        expect(f"told last {way.__name__}", ears.told[-1][2], sentence)
+        expect(f"in the window {way.__name__}",
+               [node.name for node in window if node.getRole() == pyatspi.ROLE_NOTIFICATION], [sentence])
+
+    with listening(ears.tell, "object:state-changed:showing", "object:state-changed:focused",
+                   "object:state-changed:active", "window:activate"):  # the former is sent with the latter alone
+        do(child(window, "Knob 4"), "SetFocus")
+        ears.focus_comes_to("Knob 4")
+        for way in (by_shortcut, by_edit_menu, by_menu_key, by_pointer, by_action):
+            check(way, "c", "Knob 4 copied")
+            check(way, "v" if way is by_shortcut else "p", "Knob 4 pasted")
+        child(window, "Minimise").queryComponent().grabFocus()
+        ears.focus_comes_to("Minimise")
+        check(by_shortcut, "c", "Knob 4 copied")
+        do(child(child(window, "Knob 5"), "CC number"), "SetFocus")
+        ears.focus_comes_to("CC number")
+        check(by_shortcut, "c", "Knob 5, CC number copied")
+        check(by_shortcut, "c", "Knob 5, CC number copied")  # the same again
+
+
+def check_about(window):
+    """While a view covers the pages, they are not there to be read, reached or changed."""
+    behind = [node for number in range(1, 9) for page in [child(window, f"Knob {number}")] for node in [page, *page]]
+    field = child(child(window, "Knob 4"), "CC number")
+    field_before = child(child(window, "Knob 5"), "CC number")
     told = []
+    focused = []
+    with (listening(lambda event: told.append((event.detail1, event.source)), "object:state-changed:showing"),
+          listening(lambda event: focused.append((event.detail1, event.source)), "object:state-changed:focused")):
+        expect("before", all(shows(node) for node in behind), True)
+        do(child(next(item for item in window[3][0] if item.name == "Help")[0], "About"), "Press")
+        view = wait("the about view", lambda: child(window, "KTZ-JX"))
+        wait("its focus", lambda: (1, view) in focused)
+        wait("that the pages are covered", lambda: {node for on, node in told if not on}.issuperset(behind))
+        expect("behind the view", any(shows(node) for node in behind), False)
+        do(field, "SetFocus")
+        do(field, "Increase")
+        field.queryValue().currentValue = 100
+        expect("a field behind the view", text(field), "5")
+        expect("the focus", focused[-1], (1, view))
+        told.clear()
+        do(child(view, "Close"), "Press")
+        wait("that the pages are back", lambda: {node for on, node in told if on}.issuperset(behind))
+        expect("afterwards", all(shows(node) for node in behind), True)
+        wait("the focus where it was", lambda: (1, field_before) in focused)
 
-    def hear(event):
-        if event.source == ring:
-            told.append(ring.queryValue().currentValue)  # the event itself does not say
 
-    pyatspi.Registry.registerEventListener(hear, "object:property-change:accessible-value")
-    dials = [node for group in panel for node in group if node.getRole() == pyatspi.ROLE_DIAL]
-    dial = dials[2].queryValue()
-    start = time.monotonic()
-    for number in range(1001):
-        dial.currentValue = number % 128
-    lasted = time.monotonic() - start
-    last = 1000 % 128
-    wait("the last report", lambda: told and told[-1] == last)
-    late = time.monotonic() - start - lasted
-    expect("the ring", (ring.queryValue().currentValue, ring.description), (last, "9 of 15 LEDs lit"))
-    print(f"1,001 reports in {lasted:.1f} s: {len(told)} told, the last one {late:.1f} s later")
-    if len(told) > 5 * (lasted + late) + 2 or late > 2:
-        sys.exit("too many, or too late")
+def boxes_of(application):
+    return [node for node in application
+            if node is not None and node.getRole() in (pyatspi.ROLE_ALERT, pyatspi.ROLE_DIALOG)]
+
+
+def answer_box(window, name, message):
+    """What a box says has a name and is its label; it goes by Escape."""
+    box = wait(f"the box {name}", lambda: boxes_of(window.getApplication()))[0]
+    expect("the box", (box.name, shows(box)), (name, True))
+    expect("its text", [node.name for node in box if node.getRole() == pyatspi.ROLE_LABEL], [message])
+    wait("its keyboard", lambda: shows(box, pyatspi.STATE_ACTIVE))
+    press("Escape")
+    wait("its end", lambda: not boxes_of(window.getApplication()))
+
+
+def check_boxes(window):
+    """What a message box says to the eye; one without a title goes by its text."""
+    ears = Ears()
+    with listening(ears.tell, "object:state-changed:focused"):
+        for letter, message in (
+                ("r", "All parameters will be restored to their initial state.\r\nContinue?"),
+                ("l", "All the current parameters will be restored to the factory settings.\r\nContinue?")):
+            ears.told.clear()
+            open_edit_menu(ears)
+            press(letter)
+            answer_box(window, message, message)
+    press("ctrl+o")
+    message = "The parameter is modified.\r\nSave?"
+    answer_box(window, message, message)
 
 
 def check_loss(window, panel):
     do(pyatspi.findDescendant(panel, lambda node: node.name == "Cable"), "Toggle")
     mark = child(window, "Online")
-    wait("the loss", lambda: not mark.getState().contains(pyatspi.STATE_CHECKED))
-    boxes = wait("the message", lambda: [node for node in window.getApplication() if node.getRole() == pyatspi.ROLE_ALERT
-                                         or node.getRole() == pyatspi.ROLE_DIALOG])
-    texts = [node.name for node in boxes[0]]
-    if not any(name.startswith("Lost the connection.") for name in texts):
-        sys.exit(f"the message says {texts}")
+    wait("the loss", lambda: not shows(mark, pyatspi.STATE_CHECKED))
+    message = "Lost the connection.\r\nPlease connect the device properly to the computer, and restart this editor."
+    answer_box(window, message, message)
 
 
 def main(demo, folder):
     log = pathlib.Path(folder) / "messages.log"
     say_that_somebody_listens()
-    window_manager = subprocess.Popen(["openbox", "--sm-disable"], stderr=subprocess.DEVNULL)
-    editor = subprocess.Popen([demo, "--log", log])
-    try:
+    with (running("openbox", "--sm-disable", stderr=subprocess.DEVNULL), running(demo, "--log", log)):
         window = wait("the editor's window", editor_window)
         splash = wait("the splash", lambda: child(window, "KTZ-JX"))
         expect("the splash", (splash.getRoleName(), len(splash.description.splitlines())), ("dialog", 2))
+        expect("the pages behind it", any(shows(child(window, f"Knob {number}")) for number in range(1, 9)), False)
         wait("the splash's end", lambda: child(window, "KTZ-JX") is None)
         check_tree(window)
         check_actions(window, log)
         subprocess.run(["xdotool", "search", "--name", "^KTZ-JX Editor$", "windowactivate"], check=True)
-        wait("the keyboard", lambda: window.getState().contains(pyatspi.STATE_ACTIVE))
+        wait("the keyboard", lambda: shows(window, pyatspi.STATE_ACTIVE))
         check_events(window)
-        panel = child(window.getApplication(), "KTZ-JX device")
-        check_reports(window, panel)
-        check_loss(window, panel)
-    finally:
-        for process in (editor, window_manager):
-            process.terminate()
-            process.wait()
+        check_notices(window)
+        check_about(window)
+        check_boxes(window)
+        check_loss(window, child(window.getApplication(), "KTZ-JX device"))
 
 
 main(*sys.argv[1:])

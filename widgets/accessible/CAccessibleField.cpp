@@ -29,6 +29,11 @@ const CControlView* CAccessibleField::page() const
     return qobject_cast<const CControlView*>(editor()->parentWidget());
 }
 
+bool CAccessibleField::isCovered() const
+{
+    return page() != nullptr && page()->isCovered();
+}
+
 int CAccessibleField::shownOffset() const
 {
     const auto* number = qobject_cast<CTextSlider*>(editor()->slider());
@@ -91,7 +96,8 @@ void CAccessibleField::setText(QAccessible::Text which, const QString& text)
 QAccessible::State CAccessibleField::state() const
 {
     QAccessible::State state = QAccessibleWidget::state();
-    state.focusable = true;
+    state.focusable = !isCovered();
+    state.offscreen = isCovered();
     state.focused = editor()->isActiveWindow() && editor()->isAncestorOf(editor()->window()->focusWidget());
     state.editable = true;
     state.selectable = true;
@@ -120,7 +126,7 @@ QStringList CAccessibleField::actionNames() const
 
 void CAccessibleField::doAction(const QString& name)
 {
-    if (name == setFocusAction())
+    if (name == setFocusAction() && !isCovered())
         editor()->goTo();
     else if (name == increaseAction())
         setCurrentValue(currentValue().toInt() + 1);
@@ -136,6 +142,8 @@ QVariant CAccessibleField::currentValue() const
 // Selects the field, as every edit does.
 void CAccessibleField::setCurrentValue(const QVariant& value)
 {
+    if (isCovered())
+        return;
     editor()->editorSelect();
     editor()->setValue(value.toInt() - shownOffset());
 }

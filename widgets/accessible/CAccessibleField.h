@@ -10,9 +10,10 @@ class CTextSlider;
 /// A field of a page as the one thing that a person knows: a value with a name, which is changed by steps, set, or
 /// written as text. Its slider, its arrows and the line for typing are not told apart.
 ///
-/// Value   as shown, so that a channel is counted from 1. The text of an LED type is its name.
-/// Text    each change of it is taken over at once, if it makes a value; while the user types, it goes into what is
-/// typed.
+/// Value    as shown, so that a channel is counted from 1. The text of an LED type is its name.
+/// Text     each change of it is taken over at once, if it makes a value; while the user types, it goes into what is
+///          typed.
+/// Covered  with its page, it can be read and no more.
 class CAccessibleField : public QAccessibleWidget,
                          public QAccessibleValueInterface,
                          public QAccessibleTextInterface,
@@ -60,6 +61,7 @@ class CAccessibleField : public QAccessibleWidget,
   private:
     [[nodiscard]] CSlideEditor* editor() const;
     [[nodiscard]] const CControlView* page() const;
+    [[nodiscard]] bool isCovered() const;
 
     /// Of the shown number from the stored one.
     [[nodiscard]] int shownOffset() const;

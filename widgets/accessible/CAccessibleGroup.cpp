@@ -1,7 +1,5 @@
 #include "widgets/accessible/CAccessibleGroup.h"
 
-#include <QWidget>
-
 int CAccessibleGroup::childCount() const
 {
     return static_cast<int>(members().size());
@@ -14,5 +12,5 @@ QAccessibleInterface* CAccessibleGroup::child(int index) const
 
 int CAccessibleGroup::indexOfChild(const QAccessibleInterface* child) const
 {
-    return static_cast<int>(members().indexOf(qobject_cast<QWidget*>(child->object())));
+    return static_cast<int>(members().indexOf(child->object()));
 }

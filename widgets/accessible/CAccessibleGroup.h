@@ -16,5 +16,5 @@ class CAccessibleGroup : public QAccessibleWidget
   protected:
     using QAccessibleWidget::QAccessibleWidget;
 
-    [[nodiscard]] virtual QWidgetList members() const = 0;
+    [[nodiscard]] virtual QObjectList members() const = 0;
 };

@@ -13,14 +13,14 @@ CControlView* CAccessiblePage::page() const
 
 QString CAccessiblePage::text(QAccessible::Text which) const
 {
-    return which == QAccessible::Name ? QStringLiteral("Knob %1").arg(page()->knob() + 1)
-                                      : CAccessibleGroup::text(which);
+    return which == QAccessible::Name ? page()->name() : CAccessibleGroup::text(which);
 }
 
 QAccessible::State CAccessiblePage::state() const
 {
     QAccessible::State state = CAccessibleGroup::state();
-    state.focusable = true;
+    state.focusable = !page()->isCovered();
+    state.offscreen = page()->isCovered();
     state.selectable = true;
     state.selected = page()->isMarked() && page()->selectedEditor() == nullptr;
     return state;
@@ -33,13 +33,13 @@ QStringList CAccessiblePage::actionNames() const
 
 void CAccessiblePage::doAction(const QString& name)
 {
-    if (name == setFocusAction())
+    if (name == setFocusAction() && !page()->isCovered())
         page()->goTo();
 }
 
-QWidgetList CAccessiblePage::members() const
+QObjectList CAccessiblePage::members() const
 {
-    QWidgetList members{page()->findChild<CKnobLED*>()};
+    QObjectList members{page()->findChild<CKnobLED*>()};
     const QList<CSlideEditor*> editors = page()->editorsFromTheTop();
     for (CSlideEditor* editor : editors)
         members.append(editor);

@@ -16,7 +16,7 @@ class CAccessiblePage : public CAccessibleGroup
     void doAction(const QString& name) override;
 
   protected:
-    [[nodiscard]] QWidgetList members() const override;
+    [[nodiscard]] QObjectList members() const override;
 
   private:
     [[nodiscard]] CControlView* page() const;

@@ -18,10 +18,14 @@ CKnobLED* CAccessibleRing::ring() const
     return static_cast<CKnobLED*>(widget());
 }
 
+const CControlView* CAccessibleRing::page() const
+{
+    return qobject_cast<const CControlView*>(ring()->parentWidget());
+}
+
 int CAccessibleRing::litLEDs() const
 {
-    const auto* page = qobject_cast<CControlView*>(ring()->parentWidget());
-    const CSlideEditor* type = page != nullptr ? page->editorOf(k_ledTypeCategory) : nullptr;
+    const CSlideEditor* type = page() != nullptr ? page()->editorOf(k_ledTypeCategory) : nullptr;
     return type != nullptr ? ring()->getImageIndexByType(type->getValue()) * k_ledsOfAState : 0;
 }
 
@@ -43,6 +47,7 @@ QAccessible::State CAccessibleRing::state() const
 {
     QAccessible::State state = QAccessibleWidget::state();
     state.readOnly = true;
+    state.offscreen = page() != nullptr && page()->isCovered();
     return state;
 }
 
@@ -58,7 +63,7 @@ QVariant CAccessibleRing::currentValue() const
     return ring()->getKnob();
 }
 
-void CAccessibleRing::setCurrentValue(const QVariant& /*value*/) {}
+void CAccessibleRing::setCurrentValue(const QVariant& /*value*/) {} // the hardware's alone
 
 QVariant CAccessibleRing::maximumValue() const
 {

@@ -2,6 +2,7 @@
 
 #include <QAccessibleWidget>
 
+class CControlView;
 class CKnobLED;
 
 /// The LED ring of a knob: the value that the device reports, which can only be read.
@@ -22,6 +23,7 @@ class CAccessibleRing : public QAccessibleWidget, public QAccessibleValueInterfa
 
   private:
     [[nodiscard]] CKnobLED* ring() const;
+    [[nodiscard]] const CControlView* page() const;
 
     /// Of the 15 LEDs, those that are lit for the value, also during a fade.
     [[nodiscard]] int litLEDs() const;
