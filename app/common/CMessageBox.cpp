@@ -1,6 +1,8 @@
 #include "app/common/CMessageBox.h"
 
+#include "app/common/CFixedSize.h"
 #include "app/common/SkinPixmap.h"
+#include "app/common/Utilities.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -9,6 +11,20 @@
 namespace
 {
 constexpr int k_buttonWidth = 90;
+
+/// Lets the toolkit choose its place, although it was on a screen before.
+class CBox : public QMessageBox
+{
+  public:
+    using QMessageBox::QMessageBox;
+
+  protected:
+    void showEvent(QShowEvent* event) override
+    {
+        setAttribute(Qt::WA_Moved, false);
+        QMessageBox::showEvent(event);
+    }
+};
 
 QString skinIconPath(QMessageBox::Icon icon)
 {
@@ -46,7 +62,9 @@ void keepLinesWhole(const QMessageBox& box)
 int CMessageBox::showMessageBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text,
                                 QMessageBox::StandardButtons buttons, QMessageBox::StandardButton defaultButton)
 {
-    QMessageBox box(icon, title, text, buttons, parent, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    CBox box(icon, title, text, buttons, parent, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    Utilities::beginOnScreenOf(parent, &box);
+    new CFixedSize(&box);
     // A name of a file may look like formatting.
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(defaultButton);

@@ -6,6 +6,7 @@
 #include <QFontDatabase>
 #include <QGraphicsOpacityEffect>
 #include <QResource>
+#include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
@@ -73,11 +74,20 @@ void Utilities::disableVisibly(QWidget* widget)
     widget->setGraphicsEffect(faded);
 }
 
+void Utilities::beginOnScreenOf(const QWidget* window, QWidget* dialog)
+{
+    // A native window is made on the screen that its place is on.
+    if (window != nullptr)
+        dialog->move(window->screen()->geometry().topLeft());
+}
+
 void Utilities::standInFrontOf(const QWidget* window, QWidget* dialog)
 {
     if (window == nullptr || window->windowHandle() == nullptr)
         return;
+    beginOnScreenOf(window, dialog);
     dialog->winId(); // makes the native window, to which the window manager looks
+    dialog->setAttribute(Qt::WA_Moved, false);
     dialog->windowHandle()->setTransientParent(window->windowHandle());
 }
 

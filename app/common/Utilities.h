@@ -28,6 +28,15 @@ void windowStaysOnTop(QWidget* widget, bool onTop);
 /// Disables a widget whose skin has no picture for that, and fades it.
 void disableVisibly(QWidget* widget);
 
+/// Lets a dialog's native window be made on the screen of the window from which it is asked for. Left to itself the
+/// toolkit makes it on the first screen, for that one's ratio, and takes it over to another only when it is shown; of
+/// what was laid out and drawn by then, a part may stay as it was.
+/// To be called before the dialog has a native window. The dialog counts as moved from then on, and the toolkit would
+/// choose no place for it: WA_Moved is to be cleared once there is a native window, before the dialog is shown.
+///
+/// window   null: nothing happens.
+void beginOnScreenOf(const QWidget* window, QWidget* dialog);
+
 /// Has a dialog without a parent stand in front of the window from which it is asked for, also of one that is kept in
 /// front, and stay there when that window is clicked. To be called before the dialog is shown; holds for a dialog of
 /// the desktop's own that takes its place, too.

@@ -11,6 +11,9 @@ from report import wait_until
 # On the desktop, in the units in which the pointer is moved.
 Window = collections.namedtuple("Window", "title x y width height")
 
+# In the same units, its top at 0. ratio: of these units to a window's own pixels.
+Screen = collections.namedtuple("Screen", "x width height ratio")
+
 # A session bus that starts nothing by itself: what runs is what the test has started.
 BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -25,7 +28,8 @@ BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration
 class Desktop:
     """A user's folders, a session bus, and the processes of a desktop, which a derived class starts.
 
-    programs  what it needs: {program: the Debian package that brings it}."""
+    programs  what it needs: {program: the Debian package that brings it}.
+    screens   from the left; a derived class tells them."""
 
     programs = {"dbus-daemon": "dbus-daemon"}
     tells_windows = True    # to the test, at any time
@@ -87,6 +91,13 @@ class Desktop:
             time.sleep(0.05)    # as a hand does it: a desktop may still be busy with where the pointer is
             act(button)
 
+    def take(self):
+        """Takes hold of what is under the pointer, and is perhaps going to another screen."""
+        self.press_button(1)
+
+    def let_go(self):
+        self.release_button(1)
+
     def shot(self, name):
         """Keeps a numbered picture of the whole desktop in the results."""
         self.shots += 1
@@ -122,5 +133,6 @@ class Desktop:
     def type(self, text):
         raise NotImplementedError
 
-    def picture(self, path):
+    def picture(self, path, window=None):
+        """window  where on the desktop; the whole of it if None."""
         raise NotImplementedError

@@ -11,7 +11,7 @@ except ImportError:
     Gio = None      # missing() tells of it
 
 from demo import EDITOR
-from desktop import Desktop, Window
+from desktop import Desktop, Screen, Window
 from x11 import x_windows
 
 SIZE = (1280, 1024)
@@ -24,6 +24,7 @@ VERTICAL = 0
 
 
 class Mutter(Desktop):
+    screens = [Screen(0, *SIZE, 1)]
     programs = Desktop.programs | {"mutter": "mutter", "Xwayland": "xwayland", "xdotool": "xdotool",
                                    "import": "imagemagick", "xwininfo": "x11-utils", "xprop": "x11-utils"}
 
@@ -102,7 +103,7 @@ class Mutter(Desktop):
         for character in text:
             self.press(character)
 
-    def picture(self, path):
+    def picture(self, path, window=None):
         if not self.native:
             # Its X server has a picture of each window, none of the screen.
             self.ask("import", "-window", self.ask("xdotool", "getactivewindow").strip(), path)

@@ -25,12 +25,14 @@ ROWS = {
     "openbox-96": (X11, {"dpi": 96}),
     "openbox-144": (X11, {"dpi": 144, "size": (1920, 1536)}),
     "openbox-192": (X11, {"dpi": 192, "size": (2560, 2048)}),
+    "openbox-two-screens": (X11, {"scales": (1, 2)}),
     "openbox-800x600": (X11, {"size": (800, 600)}),
     "no-window-manager": (X11, {"manager": False}),
     "weston-native-1": (Weston, {}, WAYLAND),
     "weston-native-2": (Weston, {"scale": 2}, WAYLAND),
     "sway-1": (Sway, {}, WAYLAND),
-    "sway-2": (Sway, {"scale": 2}, WAYLAND),
+    "sway-2": (Sway, {"scales": (2,)}, WAYLAND),
+    "sway-two-screens": (Sway, {"scales": (1, 2)}, WAYLAND),
     "mutter-native": (Mutter, {}, WAYLAND),
     "mutter-xwayland": (Mutter, {"native": False}),
     "kde-light": (X11, {}, KDE),
@@ -40,11 +42,11 @@ ROWS = {
     "gtk-on-weston": (Weston, {}, WAYLAND, GTK),
 }
 
-# Not run, and why. In weston 10 an X program's window is not where the program was told: the menus of its bar open
-# elsewhere. A context menu stays for a while, and the keys do not come back after it.
+# Not run, and why. Weston 10 puts an X program's window somewhere, with a frame around it, and never tells the program: a
+# plain window of the toolkit with a menu bar stands at (807, 438) there, takes itself to be at (0, 0), and its first menu
+# opens at (6, 19). So do the editor's. A context menu stays for a while, and the keys do not come back after it.
 LEFT_OUT = {
-    "weston-xwayland-1": "an X program's menus and keys go astray in weston 10; mutter-xwayland is run instead",
+    "weston-xwayland-1": "weston 10 tells no X program its place, so that menus go astray; mutter-xwayland is run",
     "weston-xwayland-2": "as weston-xwayland-1",
     "kde-theme": "Debian 12 has no package of KDE's theme for Qt 6; kde-light and kde-dark are what Qt has itself",
-    "two-screens": "there is no row yet with two screens of different ratio",
 }

@@ -1,6 +1,7 @@
 """A musician's first minutes with the editor, on any desktop. What it did is seen in what the device received, in the
 file that was saved, and in where the desktop says that the windows are."""
 
+import math
 import time
 
 from demo import EDITOR, PANEL
@@ -61,6 +62,17 @@ class Session:
         self.desktop.wheel(1)
         self.settings[3][0] += 1
         return change(3, self.settings[3])
+
+    def pull(self, x, y, dx, dy):
+        """Drags from a point of the desktop, in steps as a hand does it."""
+        self.desktop.move_to(x, y)
+        self.desktop.take()
+        for part in (4 * self.ratio / math.hypot(dx, dy), *(tenth / 10 for tenth in range(1, 11))):
+            self.desktop.move_to(x + part * dx, y + part * dy)
+            time.sleep(0.05)
+        time.sleep(0.2)
+        self.desktop.let_go()
+        time.sleep(0.3)
 
     def choose(self, shot, places, keys):
         """Chooses from a menu by the pointer, or by keys where the menu does not come up at the window.
@@ -161,15 +173,8 @@ class Session:
         self.desktop.click(*self.at(*PIN))
 
     def move(self):
-        x, y = self.at(*BACKGROUND)
-        self.desktop.move_to(x, y)
-        self.desktop.press_button(1)
-        for dx, dy in ((4, 4), (MOVE[0] / 2, MOVE[1] / 2), MOVE):
-            self.desktop.move_to(x + dx * self.ratio, y + dy * self.ratio)
-            time.sleep(0.2)
-        self.desktop.release_button(1)
         before = self.window
-        time.sleep(0.3)
+        self.pull(*self.at(*BACKGROUND), *(self.ratio * way for way in MOVE))
         if self.desktop.tells_windows:
             self.place()
             self.check_place(before)

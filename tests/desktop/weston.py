@@ -20,22 +20,21 @@ VIEW = re.compile(r"View \d+ \((?P<role>[^,]*), .*?(?:window '(?P<title>.*?)' of
 class Weston(Nested):
     """native  whether the editor is a client of weston itself, or else of its X server."""
 
-    programs = Nested.programs | {"weston": "weston", "Xwayland": "xwayland", "xprop": "x11-utils",
-                                   "xwininfo": "x11-utils"}
+    programs = Nested.programs | {"weston": "weston", "Xwayland": "xwayland", "xprop": "x11-utils"}
 
     def __init__(self, results, user, native=True, scale=1):
-        super().__init__(results, user, scale)
+        super().__init__(results, user, (scale,))
         self.native = native
         # It does not tell its X clients where it puts their windows: they open a bar's menus where they think to be.
         self.tells_places = native
         configuration = user / "weston.ini"
         configuration.write_text(CONFIGURATION)
         options = [] if native else ["--xwayland"]
-        width, height = self.inner
+        width, height = self.SCREEN
         log = results / "weston-server.log"
         # --debug: it tells where its windows are.
-        self.start("weston", "--backend=x11-backend.so", "--use-pixman", f"--width={width // scale}",
-                   f"--height={height // scale}", f"--scale={scale}", f"--config={configuration}",
+        self.start("weston", "--backend=x11-backend.so", "--use-pixman", f"--width={width}", f"--height={height}",
+                   f"--scale={scale}", f"--config={configuration}",
                    "--socket=wayland-test", "--debug", f"--log={log}", *options, environment={"DISPLAY": self.display})
         self.environment["WAYLAND_DISPLAY"] = "wayland-test"
         self.wait_for("weston", lambda: "background for output" in self.scene())

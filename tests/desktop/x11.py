@@ -2,7 +2,7 @@
 
 import re
 
-from desktop import Window
+from desktop import Screen, Window
 from xserver import XServer
 
 CHILD = re.compile(r"^ +(0x[0-9a-f]+) ", re.M)
@@ -31,18 +31,37 @@ def x_window(ask, environment, number):
 
 
 class X11(XServer):
-    programs = XServer.programs | {"openbox": "openbox", "xprop": "x11-utils", "xwininfo": "x11-utils"}
+    programs = XServer.programs | {"openbox": "openbox", "xprop": "x11-utils", "xwininfo": "x11-utils",
+                                    "xrandr": "x11-xserver-utils"}
 
-    def __init__(self, results, user, size=(1280, 1024), manager=True, dpi=None):
-        """manager  whether a window manager runs.
-        dpi      the resolution for which the desktop asks, as desktops on X say it; 192 is a ratio of 2."""
-        super().__init__(results, user, size)
+    def __init__(self, results, user, size=(1280, 1024), manager=True, dpi=None, scales=(1,)):
+        """size     of a screen of scale 1.
+        manager  whether a window manager runs.
+        dpi      the resolution for which the desktop asks, as desktops on X say it; 192 is a ratio of 2.
+        scales   of the screens from the left, as the toolkit is told them where they are not the same."""
+        width, height = size
+        super().__init__(results, user, (sum(scales) * width, max(scales) * height))
         self.environment["DISPLAY"] = self.display
+        self.screens = [Screen(sum(scales[:number]) * width, scale * width, scale * height, scale * (dpi or 96) / 96)
+                        for number, scale in enumerate(scales)]
+        if len(scales) > 1:
+            self.split()
         if dpi:
             self.ask("xprop", "-root", "-f", "RESOURCE_MANAGER", "8s", "-set", "RESOURCE_MANAGER", f"Xft.dpi:\t{dpi}")
         if manager:
             self.start("openbox", "--sm-disable")
             self.wait_for("the window manager", lambda: self.do("get_num_desktops"))
+
+    def split(self):
+        """Makes monitors of the one screen that the server has."""
+        factors = []
+        for number, (left, width, height, ratio) in enumerate(self.screens):
+            monitor = f"monitor-{number}"
+            # The millimetres count for nothing here. The server's own output may be named once.
+            self.ask("xrandr", "--setmonitor", monitor, f"{width}/{width // 4}x{height}/{height // 4}+{left}+0",
+                     "none" if number else "screen")
+            factors.append(f"{monitor}={ratio:g}")
+        self.environment["QT_SCREEN_SCALE_FACTORS"] = ";".join(factors)
 
     def windows(self):
         return x_windows(self.ask, self.display)

@@ -45,5 +45,10 @@ class XServer(Desktop):
     def type(self, text):
         self.do("type", "--delay", 30, text)
 
-    def picture(self, path):
-        self.ask("import", "-window", "root", path, environment={"DISPLAY": self.display})
+    def picture(self, path, window=None):
+        crop = ["-crop", "{2}x{3}+{0}+{1}".format(*self.pixels(window)), "+repage"] if window else []
+        self.ask("import", "-window", "root", *crop, path, environment={"DISPLAY": self.display})
+
+    def pixels(self, window):
+        """Where it is on the X server: left, top, width, height."""
+        return window[1:]

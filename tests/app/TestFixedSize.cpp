@@ -1,0 +1,57 @@
+#include "app/common/CFixedSize.h"
+#include "tests/support/CTestCase.h"
+
+#include <QSignalSpy>
+#include <QWidget>
+#include <QWindow>
+
+/// What the desktop tells of a window's size, as the toolkit takes it in.
+class TestFixedSize : public CTestCase
+{
+    Q_OBJECT
+
+  private slots:
+    void halfTheSizeIsUndone();
+    void sizeOfOthersIsTheirOwn();
+};
+
+namespace
+{
+constexpr QSize k_size(200, 100);
+
+void show(QWidget& window)
+{
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCOMPARE(window.size(), k_size);
+}
+} // namespace
+
+void TestFixedSize::halfTheSizeIsUndone()
+{
+    QWidget window;
+    window.setFixedSize(k_size);
+    new CFixedSize(&window);
+    show(window);
+    QSignalSpy widths(window.windowHandle(), &QWindow::widthChanged);
+    window.windowHandle()->resize(k_size / 2);
+    QTRY_COMPARE(widths.size(), 2);
+    QCOMPARE(widths.first().first().toInt(), k_size.width() / 2);
+    QTRY_COMPARE(window.size(), k_size);
+    QCOMPARE(window.windowHandle()->size(), k_size);
+}
+
+void TestFixedSize::sizeOfOthersIsTheirOwn()
+{
+    QWidget window;
+    window.resize(k_size);
+    new CFixedSize(&window);
+    show(window);
+    window.windowHandle()->resize(k_size / 2);
+    QTRY_COMPARE(window.size(), k_size / 2);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(window.size(), k_size / 2);
+}
+
+KTZ_TEST(QApplication, TestFixedSize)
+#include "TestFixedSize.moc"
