@@ -20,6 +20,8 @@ bool CFixedSize::eventFilter(QObject* watched, QEvent* event)
 void CFixedSize::restore()
 {
     const QSize fixed = m_window->minimumSize();
-    if (fixed == m_window->maximumSize())
-        m_window->resize(fixed);
+    if (fixed != m_window->maximumSize() || fixed == m_window->size() || !m_patience.hasExpired())
+        return;
+    m_patience = QDeadlineTimer(k_patience);
+    m_window->resize(fixed);
 }

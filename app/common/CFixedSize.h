@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QObject>
+
+#include <chrono>
 
 class QWidget;
 
@@ -9,6 +12,8 @@ class QWidget;
 /// An X server's news of the size that a window had on one screen may arrive when it is on another of a different ratio
 /// already. The toolkit then takes the pixels of the one for those of the other, lays the window out in half or twice
 /// its size, and hears nothing that would correct it.
+/// A desktop that insists, as one that tiles its windows does, has its way: of what follows a correction within
+/// k_patience nothing is corrected.
 ///
 /// GUI thread only. A child of the window, which ends it.
 class CFixedSize : public QObject
@@ -16,6 +21,8 @@ class CFixedSize : public QObject
     Q_OBJECT
 
   public:
+    static constexpr std::chrono::milliseconds k_patience{500};
+
     explicit CFixedSize(QWidget* window);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -24,4 +31,5 @@ class CFixedSize : public QObject
     void restore();
 
     QWidget* m_window;
+    QDeadlineTimer m_patience; ///< over at first
 };

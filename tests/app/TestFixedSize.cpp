@@ -2,6 +2,7 @@
 #include "tests/support/CTestCase.h"
 
 #include <QSignalSpy>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 
@@ -13,6 +14,7 @@ class TestFixedSize : public CTestCase
   private slots:
     void halfTheSizeIsUndone();
     void sizeOfOthersIsTheirOwn();
+    void desktopThatInsistsHasItsWay();
 };
 
 namespace
@@ -50,6 +52,26 @@ void TestFixedSize::sizeOfOthersIsTheirOwn()
     window.windowHandle()->resize(k_size / 2);
     QTRY_COMPARE(window.size(), k_size / 2);
     QCoreApplication::sendPostedEvents();
+    QCOMPARE(window.size(), k_size / 2);
+}
+
+void TestFixedSize::desktopThatInsistsHasItsWay()
+{
+    QWidget window;
+    window.setFixedSize(k_size);
+    new CFixedSize(&window);
+    show(window);
+    int resizes = 0;
+    QWindow* desktops = window.windowHandle();
+    connect(desktops, &QWindow::widthChanged, &window, [&](int width) {
+        ++resizes;
+        if (width == k_size.width())
+            QTimer::singleShot(0, &window, [desktops] { desktops->resize(k_size / 2); });
+    });
+    desktops->resize(k_size / 2);
+    QTRY_COMPARE(resizes, 3); // told, corrected, told again
+    QTest::qWait(100);
+    QCOMPARE(resizes, 3);
     QCOMPARE(window.size(), k_size / 2);
 }
 
