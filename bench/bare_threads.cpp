@@ -3,16 +3,15 @@
 #include <QApplication>
 #include <QTimer>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
-#include <memory>
 #include <mutex>
 #include <poll.h>
 #include <stop_token>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <alsa/asoundlib.h>
