@@ -3,6 +3,21 @@
 #include <algorithm>
 #include <atomic>
 
+namespace
+{
+/// The other side holds the lock while it copies one record, far shorter than going to sleep and being woken takes.
+constexpr int k_triesBeforeSleep = 100;
+
+template <typename Mutex> void lockSoon(Mutex& mutex)
+{
+    for (int n = 0; n < k_triesBeforeSleep; ++n) {
+        if (mutex.try_lock())
+            return;
+    }
+    mutex.lock();
+}
+} // namespace
+
 // NOLINTNEXTLINE(readability-non-const-parameter): it is written through the reference
 long InterlockedExchangeAdd(long* target, long value)
 {
@@ -69,7 +84,7 @@ int CCircularBuffer::read(unsigned char* destination, int n)
 
 void CCircularBuffer::lock()
 {
-    m_recursive ? m_recursiveMutex.lock() : m_plainMutex.lock();
+    m_recursive ? lockSoon(m_recursiveMutex) : lockSoon(m_plainMutex);
 }
 
 void CCircularBuffer::unlock()

@@ -2,8 +2,11 @@
 #include "tests/support/CTestCase.h"
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <thread>
+
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -70,6 +73,7 @@ class TestCircularBuffer : public CTestCase
     void lockMayBeTakenAgainWhenRecursive();
     void lockKeepsOthersOut_data();
     void lockKeepsOthersOut();
+    void lockHeldForLongIsWaitedFor();
     void oneWriterAndOneReaderNeedNoLock_data();
     void oneWriterAndOneReaderNeedNoLock();
     void exchangeAddReturnsTheOldValue();
@@ -244,6 +248,22 @@ void TestCircularBuffer::lockKeepsOthersOut()
     count();
     other.join();
     QCOMPARE(together, 20000);
+}
+
+void TestCircularBuffer::lockHeldForLongIsWaitedFor()
+{
+    CCircularBuffer ring(true);
+    std::atomic<bool> entered = false;
+    ring.lock();
+    std::thread other([&] {
+        const std::scoped_lock lock(ring);
+        entered = true;
+    });
+    std::this_thread::sleep_for(5ms); // longer by far than any number of tries
+    QVERIFY(!entered);
+    ring.unlock();
+    other.join();
+    QVERIFY(entered);
 }
 
 void TestCircularBuffer::oneWriterAndOneReaderNeedNoLock_data()
