@@ -13,6 +13,9 @@
 namespace
 {
 constexpr std::chrono::milliseconds k_fadeTime{200};
+
+/// What a frame changes: a pixel more all round, since between two ratios the ring's edge lies within a device pixel.
+constexpr QRect k_changingRect = k_ledRect + QMargins(1, 1, 1, 1);
 } // namespace
 
 // Both states of a fade are always drawn, the lower one whole and the upper one over it as far as alpha goes: a rise
@@ -24,7 +27,7 @@ CKnobLED::CKnobLED(QWidget* parent)
     m_fadeAnimation->setDuration(static_cast<int>(k_fadeTime.count()));
     m_fadeAnimation->setEasingCurve(QEasingCurve::Linear);
     // The animation steps as often as it likes; the screen shows no more than its frames.
-    connect(&m_frameGate, &CFrameGate::frame, this, qOverload<>(&QWidget::update));
+    connect(&m_frameGate, &CFrameGate::frame, this, [this] { update(k_changingRect); });
 }
 
 CKnobLED::~CKnobLED()
@@ -85,5 +88,6 @@ void CKnobLED::paintEvent(QPaintEvent*)
     // The densest screen's, not this one's: pictures are kept for one ratio, and scaled down elsewhere.
     const qreal ratio = qGuiApp->devicePixelRatio();
     painter.drawImage(k_ledRect, knobLEDImage(low, ratio));
-    painter.drawImage(k_ledRect, fadedKnobLEDImage(high, ratio, m_alpha));
+    if (m_alpha > 0)
+        painter.drawImage(k_ledRect, fadedKnobLEDImage(high, ratio, m_alpha));
 }

@@ -76,11 +76,14 @@ class CPaintCounter : public QObject
 
   public:
     std::map<QObject*, int> m_paints;
+    QRegion m_painted; ///< of all watched, each in its own coordinates
 
     bool eventFilter(QObject* object, QEvent* event) override
     {
-        if (event->type() == QEvent::Paint)
+        if (event->type() == QEvent::Paint) {
             ++m_paints[object];
+            m_painted += static_cast<QPaintEvent*>(event)->region();
+        }
         return QObject::eventFilter(object, event);
     }
 };
@@ -120,6 +123,7 @@ class TestKnobLED : public CTestCase
 
     void everyPressSelectsAndGoesOnToTheParent_data();
     void everyPressSelectsAndGoesOnToTheParent();
+    void fadePaintsTheRingAlone();
     void floodRepaintsAtMost60TimesASecond();
     void noTimerRunsAtRest();
     void destroyedKnobIsForgottenByTheMemory();
@@ -429,6 +433,19 @@ void TestKnobLED::everyPressSelectsAndGoesOnToTheParent()
     QApplication::sendEvent(m_knob, &press);
     QCOMPARE(selections.count(), 1);
     QVERIFY(!press.isAccepted());
+}
+
+void TestKnobLED::fadePaintsTheRingAlone()
+{
+    CPaintCounter counter;
+    QCoreApplication::processEvents();
+    m_knob->installEventFilter(&counter);
+    setValue(127);
+    QTRY_COMPARE(m_fade->state(), QAbstractAnimation::Stopped);
+    QTRY_VERIFY(!m_knob->findChild<CFrameGate*>()->isPending());
+    QCoreApplication::processEvents();
+    QVERIFY(counter.m_painted.contains(k_ledRect.center()));
+    QCOMPARE(counter.m_painted.boundingRect(), k_ledRect.adjusted(-1, -1, 1, 1));
 }
 
 void TestKnobLED::floodRepaintsAtMost60TimesASecond()
