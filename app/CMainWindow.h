@@ -120,6 +120,12 @@ class CMainWindow : public CFrame
     /// Of these, where the focus is, or else the selected control.
     [[nodiscard]] qsizetype presentPlace(const QWidgetList& places) const;
 
+    /// Where the mark of what the keys go to, or of the selected control, is in the window.
+    [[nodiscard]] QRect markedRect() const;
+
+    /// Moves the window no further than it takes to show a part of it whole, where programs may place windows.
+    void bringOnScreen(const QRect& part);
+
     /// Repaints the marks that tell what has the focus.
     void showFocus(QWidget* before, QWidget* now);
 

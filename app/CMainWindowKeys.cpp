@@ -47,8 +47,10 @@ void CMainWindow::createShortcuts()
 
 void CMainWindow::goToPage(int knob)
 {
-    if (m_lockCount == 0)
-        m_views[knob]->goTo();
+    if (m_lockCount > 0)
+        return;
+    m_views[knob]->goTo();
+    bringOnScreen(markedRect());
 }
 
 QWidgetList CMainWindow::places() const
@@ -95,7 +97,16 @@ bool CMainWindow::focusNextPrevChild(bool next)
         editor->goTo();
     else
         all[index]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    bringOnScreen(markedRect());
     return true;
+}
+
+QRect CMainWindow::markedRect() const
+{
+    if (const QWidget* focus = focusWidget(); isButtonOf(focus, this))
+        return markAround(*focus);
+    const CControlView* view = selectedControlView();
+    return view->markRect().translated(view->pos());
 }
 
 void CMainWindow::requestContextMenu()

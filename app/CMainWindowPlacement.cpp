@@ -10,6 +10,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace
 {
 QList<QRect> screenAreas()
@@ -68,6 +70,15 @@ void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
     }
     m_dragging = false;
     m_dragOffset = QPoint();
+}
+
+void CMainWindow::bringOnScreen(const QRect& part)
+{
+    const QRect shown = part.translated(pos());
+    const QList<QRect> areas = screenAreas();
+    const auto holds = [&shown](const QRect& area) { return area.contains(shown); };
+    if (WindowSystem::current().letsProgramsPlace() && !std::ranges::any_of(areas, holds))
+        move(pos() + WindowReach::missing(shown, screen()->availableGeometry()));
 }
 
 void CMainWindow::callStaysOnTop(bool isTop)

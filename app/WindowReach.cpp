@@ -36,3 +36,12 @@ QPoint WindowReach::reachablePosition(QPoint wanted, const QSize& windowSize, co
         position.setX(screen.right() - k_horizontalMargin);
     return position;
 }
+
+QPoint WindowReach::missing(const QRect& part, const QRect& screen)
+{
+    const auto missing = [](int partBegin, int partEnd, int screenBegin, int screenEnd) {
+        return std::max(screenBegin - partBegin, 0) + std::min(screenEnd - partEnd, 0);
+    };
+    return {missing(part.left(), part.right(), screen.left(), screen.right()),
+            missing(part.top(), part.bottom(), screen.top(), screen.bottom())};
+}

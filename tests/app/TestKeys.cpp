@@ -83,6 +83,13 @@ struct Keyboard : EditorFixture
         return QGuiApplication::clipboard()->mimeData()->formats();
     }
 
+    /// Where the mark of what is selected on a page is, in global coordinates.
+    [[nodiscard]] QRect markOnScreen(int knob) const
+    {
+        const QRect mark = page(knob)->markRect();
+        return {page(knob)->mapToGlobal(mark.topLeft()), mark.size()};
+    }
+
     /// The knobs on whose pages a mark is seen, as it is painted.
     [[nodiscard]] QList<int> marked() const
     {
@@ -201,6 +208,8 @@ class TestKeys : public CTestCase
     void viewGivesTheKeysBack();
     void hiddenWindowHasNowhereToGo();
     void pagesByNumber();
+    void windowFollowsTheKeysOntoTheScreen();
+    void pointerLeavesTheWindowWhereItIs();
     void digitsBeginTyping_data();
     void digitsBeginTyping();
     void digitsElsewhereDoNothing();
@@ -340,6 +349,49 @@ void TestKeys::pagesByNumber()
         keyboard.press(Qt::Key_Tab);
         QCOMPARE(keyboard.focused(), 1500 + knob);
     }
+}
+
+void TestKeys::windowFollowsTheKeysOntoTheScreen()
+{
+    Keyboard keyboard;
+    keyboard.startActive();
+    const QRect screen = keyboard.window->screen()->availableGeometry();
+    const auto isSeen = [&](int knob) { return screen.contains(keyboard.markOnScreen(knob)); };
+
+    keyboard.window->move(screen.left() + 100, screen.bottom() - 200);
+    keyboard.press(Qt::CTRL | Qt::Key_4);
+    QVERIFY(isSeen(3));
+    keyboard.press(Qt::SHIFT | Qt::Key_Backtab); // the lowest field of the page before
+    QVERIFY(isSeen(2));
+    keyboard.press(Qt::CTRL | Qt::Key_8);
+    QVERIFY(isSeen(7));
+    for (int field = 0; field < 5; ++field)
+        keyboard.press(Qt::Key_Tab);
+    QCOMPARE(keyboard.focused(), k_minCategory + 7);
+    QCOMPARE(keyboard.markOnScreen(7).bottom(), screen.bottom());
+
+    // As on a screen that is lower than the window: its top is above.
+    keyboard.window->move(screen.left() - 300, screen.top() - 400);
+    keyboard.press(Qt::Key_Tab); // the first button
+    const QWidget* button = keyboard.window->focusWidget();
+    QVERIFY(screen.contains(QRect(button->mapToGlobal(QPoint()), button->size())));
+    const QPoint place = keyboard.window->pos();
+    keyboard.press(Qt::CTRL | Qt::Key_1);
+    QCOMPARE(keyboard.window->pos(), place); // seen already
+    QVERIFY(isSeen(0));
+}
+
+void TestKeys::pointerLeavesTheWindowWhereItIs()
+{
+    Keyboard keyboard;
+    keyboard.startActive();
+    const QRect screen = keyboard.window->screen()->availableGeometry();
+    const QRect knob = keyboard.markOnScreen(7).translated(-keyboard.window->pos());
+    const QPoint place(screen.left() + 100, screen.bottom() - knob.center().y());
+    keyboard.window->move(place);
+    QTest::mouseClick(keyboard.window->windowHandle(), Qt::LeftButton, {}, knob.center() - QPoint(0, 20));
+    QVERIFY(keyboard.page(7)->isMarked());
+    QCOMPARE(keyboard.window->pos(), place);
 }
 
 void TestKeys::digitsBeginTyping_data()

@@ -20,6 +20,8 @@ class TestWindowReach : public CTestCase
     void lowScreen_data();
     void lowScreen();
     void lowScreenBesideAHighOne();
+    void missing_data();
+    void missing();
 };
 
 void TestWindowReach::reachable_data()
@@ -106,6 +108,26 @@ void TestWindowReach::lowScreenBesideAHighOne()
     // The part on the high screen alone is out of reach, that on the low one is not.
     QVERIFY(!WindowReach::isReachable(QRect(QPoint(900, -80), k_window), {low, high}));
     QVERIFY(WindowReach::isReachable(QRect(QPoint(700, -80), k_window), {low, high}));
+}
+
+void TestWindowReach::missing_data()
+{
+    QTest::addColumn<QRect>("part");
+    QTest::addColumn<QPoint>("missing");
+    QTest::newRow("in the middle") << QRect(100, 100, 50, 20) << QPoint(0, 0);
+    QTest::newRow("in the first corner") << QRect(0, 25, 50, 20) << QPoint(0, 0);
+    QTest::newRow("in the last corner") << QRect(950, 780, 50, 20) << QPoint(0, 0);
+    QTest::newRow("under the bar at the top") << QRect(100, 24, 50, 20) << QPoint(0, 1);
+    QTest::newRow("half below") << QRect(100, 790, 50, 20) << QPoint(0, -10);
+    QTest::newRow("wholly below, at the left") << QRect(-60, 900, 50, 20) << QPoint(60, -120);
+    QTest::newRow("at the right, above") << QRect(990, 0, 50, 20) << QPoint(-40, 25);
+}
+
+void TestWindowReach::missing()
+{
+    QFETCH(QRect, part);
+    QFETCH(QPoint, missing);
+    QCOMPARE(WindowReach::missing(part, k_left), missing);
 }
 
 KTZ_TEST(QCoreApplication, TestWindowReach)
