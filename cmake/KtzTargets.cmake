@@ -13,8 +13,9 @@ endif()
 
 add_library(ktz_options INTERFACE)
 target_link_libraries(ktz_options INTERFACE ktz_warnings)
-# Nothing replaces a function of ours when a program is loaded: the compiler may put one into another.
-target_compile_options(ktz_options INTERFACE -fno-semantic-interposition)
+# Nothing replaces a function of ours when a program is loaded: the compiler may put one into another, as clang does
+# unasked.
+target_compile_options(ktz_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
 if(KTZ_SANITIZE)
     target_compile_options(ktz_options INTERFACE -fsanitize=${KTZ_SANITIZE} -fno-omit-frame-pointer)
     target_link_options(ktz_options INTERFACE -fsanitize=${KTZ_SANITIZE})
