@@ -10,8 +10,6 @@
 #include <QScreen>
 #include <QWindow>
 
-#include <algorithm>
-
 namespace
 {
 QList<QRect> screenAreas()
@@ -74,11 +72,8 @@ void CMainWindow::mouseReleaseEvent(QMouseEvent* e)
 
 void CMainWindow::bringOnScreen(const QRect& part)
 {
-    const QRect shown = part.translated(pos());
-    const QList<QRect> areas = screenAreas();
-    const auto holds = [&shown](const QRect& area) { return area.contains(shown); };
-    if (WindowSystem::current().letsProgramsPlace() && !std::ranges::any_of(areas, holds))
-        move(pos() + WindowReach::missing(shown, screen()->availableGeometry()));
+    if (WindowSystem::current().letsProgramsPlace())
+        move(pos() + WindowReach::missing(part.translated(pos()), screen()->availableGeometry(), screenAreas()));
 }
 
 void CMainWindow::callStaysOnTop(bool isTop)

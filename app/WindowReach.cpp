@@ -1,5 +1,7 @@
 #include "app/WindowReach.h"
 
+#include <QRegion>
+
 #include <algorithm>
 
 namespace
@@ -37,8 +39,13 @@ QPoint WindowReach::reachablePosition(QPoint wanted, const QSize& windowSize, co
     return position;
 }
 
-QPoint WindowReach::missing(const QRect& part, const QRect& screen)
+QPoint WindowReach::missing(const QRect& part, const QRect& screen, const QList<QRect>& screens)
 {
+    QRegion unseen(part);
+    for (const QRect& each : screens)
+        unseen -= each;
+    if (unseen.isEmpty())
+        return {};
     const auto missing = [](int partBegin, int partEnd, int screenBegin, int screenEnd) {
         return std::max(screenBegin - partBegin, 0) + std::min(screenEnd - partEnd, 0);
     };

@@ -23,6 +23,7 @@ inline constexpr int k_horizontalMargin = 11;
 /// The position nearest to the wanted one at which a window of this size is in reach on the screen.
 [[nodiscard]] QPoint reachablePosition(QPoint wanted, const QSize& windowSize, const QRect& screen);
 
-/// How far a window has to move for a part of it to be whole on the screen. part is where it is now, and no larger.
-[[nodiscard]] QPoint missing(const QRect& part, const QRect& screen);
+/// How far a window has to move for a part of it to be whole on a screen; not at all if the screens show it together.
+/// part is where it is now, and no larger than the screen, which is one of the screens.
+[[nodiscard]] QPoint missing(const QRect& part, const QRect& screen, const QList<QRect>& screens);
 } // namespace WindowReach

@@ -119,15 +119,17 @@ void TestWindowReach::missing_data()
     QTest::newRow("in the last corner") << QRect(950, 780, 50, 20) << QPoint(0, 0);
     QTest::newRow("under the bar at the top") << QRect(100, 24, 50, 20) << QPoint(0, 1);
     QTest::newRow("half below") << QRect(100, 790, 50, 20) << QPoint(0, -10);
-    QTest::newRow("wholly below, at the left") << QRect(-60, 900, 50, 20) << QPoint(60, -120);
-    QTest::newRow("at the right, above") << QRect(990, 0, 50, 20) << QPoint(-40, 25);
+    QTest::newRow("beyond the left, below") << QRect(-60, 900, 50, 20) << QPoint(60, -120);
+    QTest::newRow("half on the right screen") << QRect(980, 100, 50, 20) << QPoint(0, 0);
+    QTest::newRow("half on the right screen, above the left one") << QRect(980, 0, 50, 20) << QPoint(-30, 25);
+    QTest::newRow("on the right screen") << QRect(1500, 900, 50, 20) << QPoint(0, 0);
 }
 
 void TestWindowReach::missing()
 {
     QFETCH(QRect, part);
     QFETCH(QPoint, missing);
-    QCOMPARE(WindowReach::missing(part, k_left), missing);
+    QCOMPARE(WindowReach::missing(part, k_left, {k_left, k_right}), missing);
 }
 
 KTZ_TEST(QCoreApplication, TestWindowReach)
