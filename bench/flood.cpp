@@ -16,6 +16,7 @@
 #include "widgets/KnobLEDStates.h"
 
 #include <QElapsedTimer>
+#include <QPaintEvent>
 #include <QTimer>
 
 #include <algorithm>
@@ -123,7 +124,8 @@ class CFloodBench : public QObject
   protected:
     bool eventFilter(QObject* object, QEvent* event) override
     {
-        if (event->type() != QEvent::Paint)
+        // What paints the mark that a click puts around the knob leaves its ring out.
+        if (event->type() != QEvent::Paint || !static_cast<QPaintEvent*>(event)->region().intersects(k_ledRect))
             return false;
         const auto knob = static_cast<std::size_t>(std::find(m_knobs.begin(), m_knobs.end(), object) - m_knobs.begin());
         const Clock::time_point now = Clock::now();

@@ -261,7 +261,8 @@ void CControlView::goTo()
 
 void CControlView::updateMark()
 {
-    update(markRect());
+    // Its lines alone: a ring that follows the device is not painted once more for them.
+    update(QRegion(markRect()) - markRect().marginsRemoved(k_widestMarkLine));
 }
 
 void CControlView::paintEvent(QPaintEvent* event)

@@ -1,4 +1,5 @@
 #include "tests/app/EditorFixture.h"
+#include "tests/support/CPaintCounter.h"
 #include "tests/support/CTestCase.h"
 #include "widgets/CFrameGate.h"
 #include "widgets/CLineEdit.h"
@@ -122,21 +123,6 @@ struct Keyboard : EditorFixture
     }
 };
 
-/// Counts the paint events of what it watches.
-class CPaintCounter : public QObject
-{
-    Q_OBJECT
-
-  public:
-    int paints = 0;
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
-
 /// Types into the dialogs that open, one after the other: each gets the keys of its turn once it has the keyboard.
 class CDialogKeys : public QObject
 {
@@ -225,8 +211,12 @@ class TestKeys : public CTestCase
     void contextMenuByKey();
     void oneMarkIsSeen();
     void anotherStepPaintsNoRing();
+    void clickedMarkPaintsNoRing();
     void buttonWithTheFocusIsMarked();
     void wholeSession();
+
+  private:
+    static void watchRings(const Keyboard& keyboard, CPaintCounter* counter);
 };
 
 void TestKeys::tabGoesInReadingOrder()
@@ -598,30 +588,51 @@ void TestKeys::oneMarkIsSeen()
     QCOMPARE(keyboard.copied(), QStringList{k_mimeType_MIDICh});
 }
 
+/// Watches the rings, once those that light up at the start have come to rest.
+void TestKeys::watchRings(const Keyboard& keyboard, CPaintCounter* counter)
+{
+    QTRY_VERIFY(std::ranges::none_of(keyboard.window->findChildren<QPropertyAnimation*>(),
+                                     [](const auto* fade) { return fade->state() == QAbstractAnimation::Running; }));
+    QTest::qWait(2 * CFrameGate::k_interval.count()); // the last frame may have to wait
+    for (int knob = 0; knob < k_numOfKnobs; ++knob)
+        keyboard.knobLED(knob)->installEventFilter(counter);
+}
+
 void TestKeys::anotherStepPaintsNoRing()
 {
     Keyboard keyboard;
     keyboard.startActive();
     keyboard.slider(1104)->setFocus();
     keyboard.press(Qt::Key_Up);
-    // The third knob's ring lights up at the start, and its last frame may have to wait.
-    QTRY_VERIFY(std::ranges::none_of(keyboard.window->findChildren<QPropertyAnimation*>(),
-                                     [](const auto* fade) { return fade->state() == QAbstractAnimation::Running; }));
-    QTest::qWait(2 * CFrameGate::k_interval.count());
     CPaintCounter counter;
-    for (int knob = 0; knob < k_numOfKnobs; ++knob)
-        keyboard.knobLED(knob)->installEventFilter(&counter);
+    watchRings(keyboard, &counter);
     const int before = keyboard.slider(1104)->value();
     for (int i = 0; i < 10; ++i) {
         keyboard.press(Qt::Key_Up);
         QCoreApplication::processEvents();
     }
     QCOMPARE(keyboard.slider(1104)->value(), before + 10);
-    QCOMPARE(counter.paints, 0);
+    QVERIFY(counter.paints.empty());
     // What is counted does come: the LED type is drawn by the ring.
     keyboard.slider(1504)->setFocus();
     keyboard.press(Qt::Key_Up);
-    QTRY_VERIFY(counter.paints > 0);
+    QTRY_VERIFY(!counter.paints.empty());
+}
+
+void TestKeys::clickedMarkPaintsNoRing()
+{
+    Keyboard keyboard;
+    keyboard.startActive();
+    CPaintCounter counter;
+    watchRings(keyboard, &counter);
+    for (const int knob : {1, 7, 0}) {
+        const QPoint ring = keyboard.markOnScreen(knob).center() - keyboard.window->pos();
+        QTest::mouseClick(keyboard.window->windowHandle(), Qt::LeftButton, {}, ring);
+        QCoreApplication::processEvents();
+        QVERIFY(keyboard.page(knob)->isMarked());
+    }
+    QVERIFY(!counter.painted.isEmpty());
+    QVERIFY(!counter.painted.intersects(k_ledRect));
 }
 
 void TestKeys::buttonWithTheFocusIsMarked()

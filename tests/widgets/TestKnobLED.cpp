@@ -1,4 +1,5 @@
 #include "app/common/SkinPixmap.h"
+#include "tests/support/CPaintCounter.h"
 #include "tests/support/CTestCase.h"
 #include "tests/support/MemoryRig.h"
 #include "tests/widgets/WidgetEvents.h"
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -69,24 +69,6 @@ void fillBackground(CKnobLED& knob, const QColor& color)
     knob.setPalette(palette);
     knob.setAutoFillBackground(true);
 }
-
-class CPaintCounter : public QObject
-{
-    Q_OBJECT
-
-  public:
-    std::map<QObject*, int> m_paints;
-    QRegion m_painted; ///< of all watched, each in its own coordinates
-
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint) {
-            ++m_paints[object];
-            m_painted += static_cast<QPaintEvent*>(event)->region();
-        }
-        return QObject::eventFilter(object, event);
-    }
-};
 } // namespace
 
 class TestKnobLED : public CTestCase
@@ -444,8 +426,8 @@ void TestKnobLED::fadePaintsTheRingAlone()
     QTRY_COMPARE(m_fade->state(), QAbstractAnimation::Stopped);
     QTRY_VERIFY(!m_knob->findChild<CFrameGate*>()->isPending());
     QCoreApplication::processEvents();
-    QVERIFY(counter.m_painted.contains(k_ledRect.center()));
-    QCOMPARE(counter.m_painted.boundingRect(), k_ledRect.adjusted(-1, -1, 1, 1));
+    QVERIFY(counter.painted.contains(k_ledRect.center()));
+    QCOMPARE(counter.painted.boundingRect(), k_ledRect.adjusted(-1, -1, 1, 1));
 }
 
 void TestKnobLED::floodRepaintsAtMost60TimesASecond()
@@ -483,7 +465,7 @@ void TestKnobLED::floodRepaintsAtMost60TimesASecond()
     }
     // The time may begin and end within a frame, and begin with a window's first paint.
     const auto mostPaints = time.elapsed() / CFrameGate::k_interval.count() + 3;
-    for (const auto& [knob, paints] : counter.m_paints) {
+    for (const auto& [knob, paints] : counter.paints) {
         QVERIFY(paints > 2);
         QVERIFY2(paints <= mostPaints, qPrintable(QString::number(paints)));
     }
