@@ -3,6 +3,8 @@
 #include <QRegion>
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
 
 namespace
 {
@@ -41,9 +43,7 @@ QPoint WindowReach::reachablePosition(QPoint wanted, const QSize& windowSize, co
 
 QPoint WindowReach::missing(const QRect& part, const QRect& screen, const QList<QRect>& screens)
 {
-    QRegion unseen(part);
-    for (const QRect& each : screens)
-        unseen -= each;
+    const QRegion unseen = std::accumulate(screens.begin(), screens.end(), QRegion(part), std::minus<QRegion>());
     if (unseen.isEmpty())
         return {};
     const auto missing = [](int partBegin, int partEnd, int screenBegin, int screenEnd) {
