@@ -131,6 +131,11 @@ void TestSkinResolution::screenShowsWhatTheWidgetsDraw()
         editor.device.turn(knob, 127 - 16 * knob);
     }
     QTRY_COMPARE(editor.device.settings(7).led, 3);
+    // A click moves the mark, of which the lines alone are painted.
+    for (const int knob : {5, 2}) {
+        const CKnobLED* ring = editor.knobLED(knob);
+        QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, ring->mapTo(&window, ring->rect().center()));
+    }
     const auto screenIsUpToDate = [&] {
         editor.settle();
         const QImage screen = window.screen()->grabWindow(window.winId()).toImage();
