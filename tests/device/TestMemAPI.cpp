@@ -4,6 +4,7 @@
 #include "device/CMessageManagerWrapper.h"
 #include "midi/CMIDIInput.h"
 #include "midi/CMIDIOutput.h"
+#include "simulator/device/CTrafficLog.h"
 #include "tests/device/Reception.h"
 #include "tests/support/CTestCase.h"
 #include "tests/support/SimulatedDeviceFixture.h"
@@ -352,10 +353,12 @@ void TestMemAPI::messagesStayWholeWhilePortsAreOpenedAndClosed()
     fixture.plug();
     CMemAPI memory;
     memory.initialize(std::make_unique<CMessageManagerWrapper>());
+    // The device remembers no more keeps than these, with its answer to each.
+    constexpr qsizetype k_mostKeeps = CTrafficLog::k_limit / 2;
     std::atomic<bool> stop = false;
     qsizetype taken = 0;
     std::thread keep([&] {
-        while (!stop)
+        while (!stop && taken < k_mostKeeps)
             taken += memory.sendMessage(k_jxEditorPortName, k_keepMessage, 0) ? 1 : 0;
     });
     const QStringList names{QStringLiteral("Trellwick KTZ-JX Port1"), QStringLiteral("Trellwick KTZ-JX Port2"),
