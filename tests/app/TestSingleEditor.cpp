@@ -14,8 +14,8 @@
 
 namespace
 {
-constexpr int k_libraryPatience = 25000; // ms that the bus library waits by itself
-
+constexpr int k_libraryPatience = 25000;       // ms that the bus library waits by itself
+constexpr std::chrono::seconds k_patience(20); // under load the bus must not be taken for one that does not answer
 } // namespace
 
 class TestSingleEditor : public CTestCase
@@ -171,12 +171,12 @@ void TestSingleEditor::stoppedEditorIsNotWaitedForForEver()
     QCOMPARE(waitid(P_PID, id_t(first.processId()), &stopped, WSTOPPED), 0);
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toLocal8Bit());
     {
-        CSingleEditorOnBus second({.handOver = std::chrono::milliseconds(50)});
+        CSingleEditorOnBus second({.bus = k_patience, .handOver = std::chrono::milliseconds(50)});
         QCOMPARE(second.start({}, {}), CSingleEditor::Start::Unanswered);
     }
     kill(pid_t(first.processId()), SIGCONT);
     {
-        CSingleEditorOnBus second;
+        CSingleEditorOnBus second({.bus = k_patience, .handOver = k_patience});
         QCOMPARE(second.start({}, {}), CSingleEditor::Start::HandedOver);
     }
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/linux/CSingleEditorOnBus.h"
-#include "ctl/bus/CSessionBusEditor.h"
 #include "device/CMemAPIWrapper.h"
 #include "tests/app/CTestBus.h"
 #include "tests/app/EditorFixture.h"
+#include "tests/ctl/CWatchedBus.h"
 #include "tests/ctl/CtlFixture.h"
 
 /// The editor with a simulated device, offering it on a session bus of its own, and the program without a window beside
@@ -14,8 +14,8 @@ struct EditorOnBusFixture
     EditorOnBusFixture()
     {
         qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toLocal8Bit());
-        ctl.makeBus = [](CEditorListener& listener, const EditorBusTimes& times) {
-            return std::unique_ptr<CEditorBus>(CSessionBusEditor::connectToBus(listener, times));
+        ctl.makeBus = [this](CEditorListener& listener, const EditorBusTimes& times) {
+            return CWatchedBus::make(listener, times, [this] { whenWatched(); });
         };
         // Under load the bus must not be taken for one that does not answer.
         ctl.times.editor = {.bus = 20s, .answer = 20s};
@@ -54,6 +54,9 @@ struct EditorOnBusFixture
         messages.removeAll(k_keep);
         return messages;
     }
+
+    /// Called as soon as a watch hears of whatever happens.
+    std::function<void()> whenWatched = [] {};
 
     CTestBus bus;
     CtlFixture ctl;

@@ -292,10 +292,10 @@ void TestCtlEditor::watches()
     hands.stop();
     // The editor shows them too.
     QTRY_VERIFY(fixture.editor.agrees());
-    QTimer::singleShot(50ms, [&] {
+    fixture.whenWatched = [&] {
         fixture.editor.device.setSetting(6, &KnobSettings::led, 1);
         fixture.editor.device.reportSettings(6);
-    });
+    };
     const CtlOutcome change = fixture.ctl.run({"watch", "--count", "1", "--json"});
     QCOMPARE(change.json()["settings"], (QJsonObject{{"led", "descend"}}));
     QCOMPARE(change.json()["knob"], 7);
@@ -306,7 +306,7 @@ void TestCtlEditor::watchEndsWithALostDevice()
 {
     EditorOnBusFixture fixture;
     fixture.startWhole();
-    QTimer::singleShot(50ms, [&] { fixture.editor.device.unplug(); });
+    fixture.whenWatched = [&] { fixture.editor.device.unplug(); };
     // The editor tells its user.
     QTimer answer;
     QObject::connect(&answer, &QTimer::timeout, [] {
@@ -323,16 +323,16 @@ void TestCtlEditor::watchEndsWithALostDevice()
 void TestCtlEditor::watchEndsWithTheEditor()
 {
     EditorOnBusFixture fixture;
-    auto other = std::make_unique<CSingleEditorOnBus>();
+    auto other = std::make_unique<CSingleEditorOnBus>(JoinTimes{.bus = 20s});
     fixture.editor.plug();
     fixture.editor.startWhole();
     fixture.editor.waitUntilConnected();
     QCOMPARE(other->start({}, {}), CSingleEditor::Start::Editor);
     other->offerDevice(*fixture.editor.window);
-    QTimer::singleShot(50ms, [&] {
+    fixture.whenWatched = [&] {
         other->refuse();
         other.reset();
-    });
+    };
     QCOMPARE(fixture.ctl.run({"watch"}).status, k_noAnswer);
 }
 
