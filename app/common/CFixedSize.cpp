@@ -1,19 +1,20 @@
 #include "app/common/CFixedSize.h"
 
 #include <QEvent>
-#include <QMetaObject>
 #include <QWidget>
 
-CFixedSize::CFixedSize(QWidget* window) : QObject(window), m_window(window)
+CFixedSize::CFixedSize(QWidget* window, std::chrono::milliseconds settling) : QObject(window), m_window(window)
 {
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settling);
+    m_settling.callOnTimeout(this, &CFixedSize::restore);
     window->installEventFilter(this);
 }
 
 bool CFixedSize::eventFilter(QObject* watched, QEvent* event)
 {
-    // Afterwards: the news is still being taken in.
     if (event->type() == QEvent::Resize)
-        QMetaObject::invokeMethod(this, &CFixedSize::restore, Qt::QueuedConnection);
+        m_settling.start();
     return QObject::eventFilter(watched, event);
 }
 

@@ -14,6 +14,7 @@ class TestFixedSize : public CTestCase
   private slots:
     void halfTheSizeIsUndone();
     void sizeOfOthersIsTheirOwn();
+    void newsThatIsPutRightIsNotAnswered();
     void desktopThatInsistsHasItsWay();
 };
 
@@ -55,6 +56,21 @@ void TestFixedSize::sizeOfOthersIsTheirOwn()
     QCOMPARE(window.size(), k_size / 2);
 }
 
+void TestFixedSize::newsThatIsPutRightIsNotAnswered()
+{
+    QWidget window;
+    window.setFixedSize(k_size);
+    new CFixedSize(&window, std::chrono::hours(1));
+    show(window);
+    QSignalSpy widths(window.windowHandle(), &QWindow::widthChanged);
+    for (const QSize told : {k_size / 2, k_size}) {
+        window.windowHandle()->resize(told);
+        QTRY_COMPARE(window.size(), told);
+        QTest::qWait(50);
+    }
+    QCOMPARE(widths.size(), 2);
+}
+
 void TestFixedSize::desktopThatInsistsHasItsWay()
 {
     QWidget window;
@@ -70,7 +86,7 @@ void TestFixedSize::desktopThatInsistsHasItsWay()
     });
     desktops->resize(k_size / 2);
     QTRY_COMPARE(resizes, 3); // told, corrected, told again
-    QTest::qWait(100);
+    QTest::qWait(2 * CFixedSize::k_settling.count());
     QCOMPARE(resizes, 3);
     QCOMPARE(window.size(), k_size / 2);
 }
