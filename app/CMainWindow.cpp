@@ -3,7 +3,7 @@
 #include "app/CListening.h"
 #include "app/CMenuManager.h"
 #include "app/CopiedSettings.h"
-#include "app/common/CFixedSize.h"
+#include "app/common/CWindowSize.h"
 #include "app/common/Constants.h"
 #include "app/common/SkinPixmap.h"
 #include "app/common/Utilities.h"
@@ -100,7 +100,7 @@ void CMainWindow::initialize()
     setAttribute(Qt::WA_OpaquePaintEvent);
     m_form = std::make_unique<Ui_MainWindow>();
     m_form->setupUi(this);
-    new CFixedSize(this);
+    new CWindowSize(this);
     setBackgroundPixmap(largeSkinPixmap(k_backImagePath));
     m_form->closeWindowBtn->setCombinedImage(skinPixmap(k_closeButtonImagePath));
     m_form->minimizeWindowBtn->setCombinedImage(skinPixmap(k_minimumButtonImagePath));

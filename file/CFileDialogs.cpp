@@ -1,6 +1,7 @@
 #include "file/CFile.h"
 
 #include "app/common/CMessageBox.h"
+#include "app/common/CWindowSize.h"
 #include "app/common/Constants.h"
 #include "app/common/Utilities.h"
 #include "device/CMemAPI.h"
@@ -23,6 +24,7 @@ QString chosenName(QFileDialog& dialog, const QWidget* window)
 {
     dialog.setSupportedSchemes({QStringLiteral("file")});
     Utilities::standInFrontOf(window, &dialog);
+    new CWindowSize(&dialog);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 } // namespace

@@ -1,6 +1,6 @@
 #include "app/common/CMessageBox.h"
 
-#include "app/common/CFixedSize.h"
+#include "app/common/CWindowSize.h"
 #include "app/common/SkinPixmap.h"
 #include "app/common/Utilities.h"
 
@@ -64,7 +64,7 @@ int CMessageBox::showMessageBox(QWidget* parent, QMessageBox::Icon icon, const Q
 {
     CBox box(icon, title, text, buttons, parent, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
     Utilities::beginOnScreenOf(parent, &box);
-    new CFixedSize(&box);
+    new CWindowSize(&box);
     // A name of a file may look like formatting.
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(defaultButton);

@@ -11,13 +11,13 @@ SLACK = 5               # a desktop may count from the movement with which it ha
 # How far two renderings may be from each other; 1 is black from white. The skin is drawn for each ratio, fonts are not.
 ALIKE = 0.02
 ALIKE_IN_TEXT = 0.1
-QUESTIONS = 6           # on the second screen: what a desktop tells while one opens comes in no certain order
+OPENINGS = 6            # of a box on the second screen: what a desktop tells meanwhile comes in no certain order
 
 
 class TwoScreens(Session):
     def __init__(self, desktop, demo, report):
         super().__init__(desktop, demo, report)
-        self.expected += 13 + 3 * QUESTIONS
+        self.expected += 12 + 6 * OPENINGS
 
     def carry(self, screen, x, y):
         """Takes the window to a place on a screen, and learns what it has become there."""
@@ -55,9 +55,19 @@ class TwoScreens(Session):
         self.desktop.click(*self.at(*CLOSE))
         self.wait_for_box("a question opens")
         self.desktop.press("Tab")
+        return self.dismissed(name)
+
+    def dialog(self, name):
+        """A picture of the dialog that asks for a file's name."""
+        self.desktop.press("ctrl+s")
+        self.wait_for_box("a file dialog opens")
+        return self.dismissed(name)
+
+    def dismissed(self, name):
+        """A picture of the box that is open, which goes."""
         path = self.picture(self.others()[-1], name)
         self.desktop.press("Escape")
-        self.desktop.wait_for("the question's end", lambda: not self.others())
+        self.desktop.wait_for("the box's end", lambda: not self.others())
         return path
 
     def difference(self, one, other):
@@ -76,9 +86,13 @@ class TwoScreens(Session):
         self.carry_over()
         difference = self.difference(before, self.editor("editor-second"))
         self.check(difference < ALIKE, "it shows the same on the second screen", difference)
-        for _ in range(QUESTIONS):
+        for _ in range(OPENINGS):
             difference = self.difference(question, self.question("question-second"))
             self.check(difference < ALIKE_IN_TEXT, "a question is whole on the second screen", difference)
+        first, *others = [self.dialog(f"dialog-{number}") for number in range(OPENINGS)]
+        for other in others:
+            difference = self.difference(first, other)
+            self.check(difference < ALIKE, "a file dialog is always laid out the same", difference)
         self.carry_back()
         difference = self.difference(before, self.editor("editor-back"))
         self.check(difference == 0, "no pixel has changed on the first one", difference)
