@@ -4,6 +4,7 @@ Natively it tells nobody where its windows are; they are in the middle of the sc
 clients alone, so there is none."""
 
 import re
+import time
 
 try:
     from gi.repository import Gio, GLib
@@ -102,6 +103,7 @@ class Mutter(Desktop):
     def type(self, text):
         for character in text:
             self.press(character)
+            time.sleep(0.03)    # as a hand does it: what is typed opens and closes a list of names
 
     def picture(self, path, window=None):
         if not self.native:
