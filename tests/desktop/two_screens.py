@@ -86,8 +86,8 @@ class TwoScreens(Session):
         self.carry_over()
         difference = self.difference(before, self.editor("editor-second"))
         self.check(difference < ALIKE, "it shows the same on the second screen", difference)
-        for _ in range(OPENINGS):
-            difference = self.difference(question, self.question("question-second"))
+        for number in range(OPENINGS):
+            difference = self.difference(question, self.question(f"question-second-{number}"))
             self.check(difference < ALIKE_IN_TEXT, "a question is whole on the second screen", difference)
         first, *others = [self.dialog(f"dialog-{number}") for number in range(OPENINGS)]
         for other in others:
