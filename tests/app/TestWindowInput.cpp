@@ -125,8 +125,12 @@ class CHeldArrowWatch : public QObject
         QWidget* over = QApplication::activePopupWidget();
         if (over == nullptr)
             over = QApplication::activeModalWidget();
-        if (over == nullptr || m_looks == 2)
+        if (over == nullptr)
             return;
+        if (m_looks == 2) {
+            over->close(); // a loss may be told twice
+            return;
+        }
         ++m_looks;
         const qsizetype sent = m_hand.device.received().size();
         if (m_looks == 1) {
@@ -213,7 +217,7 @@ void TestWindowInput::heldCloseButtonDoesNotCloseAfterAMessageBox()
     QVERIFY(button->isDown());
     CMessageBoxAnswer answer(QMessageBox::NoButton); // closes the box
     hand.device.unplug();
-    QTRY_COMPARE(answer.boxes().size(), 1);
+    QTRY_VERIFY(answer.sawOnly(k_connectionErrorMessage));
     QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
     QVERIFY(!button->isDown());
     hand.release(button);

@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <algorithm>
+
 CMessageBoxAnswer::CMessageBoxAnswer(QMessageBox::StandardButton answer) : m_answer(answer)
 {
     startTimer(5);
@@ -18,6 +20,12 @@ const QList<CMessageBoxAnswer::Box>& CMessageBoxAnswer::boxes() const
 void CMessageBoxAnswer::forgetBoxes()
 {
     m_boxes.clear();
+}
+
+bool CMessageBoxAnswer::sawOnly(const QString& text) const
+{
+    const auto says = [&text](const Box& box) { return box.text == text; };
+    return !m_boxes.isEmpty() && std::all_of(m_boxes.begin(), m_boxes.end(), says);
 }
 
 void CMessageBoxAnswer::setAnswer(QMessageBox::StandardButton answer)

@@ -27,6 +27,10 @@ class CMessageBoxAnswer : public QObject
     [[nodiscard]] const QList<Box>& boxes() const;
     void forgetBoxes();
 
+    /// Whether there were boxes, each with this text. A lost connection is told once or more: again for each keep
+    /// message that is refused before the editor has heard of the loss.
+    [[nodiscard]] bool sawOnly(const QString& text) const;
+
     /// What the next boxes get.
     void setAnswer(QMessageBox::StandardButton answer);
 
