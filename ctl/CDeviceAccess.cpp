@@ -33,12 +33,6 @@ CtlStatus CDeviceAccess::write(const SettingsTable& wanted, QList<int>* sent, QL
     return CtlStatus::Done;
 }
 
-CtlStatus CDeviceAccess::beginWatch()
-{
-    static_cast<void>(takeNews());
-    return askForNews();
-}
-
 bool CDeviceAccess::waitForNews(QDeadlineTimer deadline)
 {
     const auto isNewsThere = [this] {
@@ -62,8 +56,8 @@ qint64 CDeviceAccess::lostNews() const
 
 void CDeviceAccess::addNews(KnobNews news)
 {
-    news.time = std::chrono::steady_clock::now();
     const std::scoped_lock lock(m_newsMutex);
+    news.time = std::chrono::steady_clock::now() - m_newsBegin;
     if (m_news.size() < k_newsLimit)
         m_news.append(news);
     else
@@ -71,6 +65,14 @@ void CDeviceAccess::addNews(KnobNews news)
     // One waiting wake-up is enough for all of them.
     if (m_news.size() == 1)
         emit heard();
+}
+
+void CDeviceAccess::forgetNews()
+{
+    const std::scoped_lock lock(m_newsMutex);
+    m_news.clear();
+    m_lostNews = 0;
+    m_newsBegin = std::chrono::steady_clock::now();
 }
 
 bool CDeviceAccess::isLost() const

@@ -17,15 +17,15 @@ class CStopRequest;
 /// What a knob says of itself: where it stands, or its settings.
 struct KnobNews
 {
-    std::chrono::steady_clock::time_point time = {}; ///< of its arrival in this program
-    std::size_t knob = 0;                            ///< counted from 0
-    std::optional<int> value = {};                   ///< a turn; nothing: settings
+    std::chrono::steady_clock::duration time = {}; ///< of its arrival in this program, from the watch's begin
+    std::size_t knob = 0;                          ///< counted from 0
+    std::optional<int> value = {};                 ///< a turn; nothing: settings
     KnobSettingsRow settings = {};
 };
 
 /// The device as the commands use it, whoever has the connection to it.
 ///
-/// Threads  the thread that made it, whose event loop it runs while it waits. addNews(), heard(): any.
+/// Threads  the thread that made it, whose event loop it runs while it waits. addNews(), forgetNews(), heard(): any.
 /// Borrows  the console and the stop request, which outlive it.
 /// Failure  a status, and error() with one line for the user.
 class CDeviceAccess : public QObject
@@ -60,8 +60,11 @@ class CDeviceAccess : public QObject
     /// sent.
     [[nodiscard]] CtlStatus write(const SettingsTable& wanted, QList<int>* sent, QList<int>* left);
 
-    /// From now on there is news, and none that is older. As open().
-    [[nodiscard]] CtlStatus beginWatch();
+    /// There is news from a moment on that has just been, or is now: all that has been said since, nothing older.
+    ///
+    /// held   gets the settings of that moment, which the news changes.
+    /// As open().
+    [[nodiscard]] virtual CtlStatus beginWatch(SettingsTable* held) = 0;
 
     /// Waits for news. false: the deadline has passed; or lost or a stop was requested.
     bool waitForNews(QDeadlineTimer deadline);
@@ -91,15 +94,13 @@ class CDeviceAccess : public QObject
     [[nodiscard]] CtlStatus failed(CtlStatus status, const QString& error);
     [[nodiscard]] CtlStatus failed(Wait wait);
     [[nodiscard]] CtlStatus failedAsTaken(const char* program); ///< which has the device
-    void addNews(KnobNews news);
+    void addNews(KnobNews news);                                ///< stamps it with its time
+    void forgetNews();                                          ///< a watch would begin with what comes now
     void setLost();
     void trace(const QString& line); ///< if that is wanted; any thread
 
     /// The knob's given settings, of which one at least is news.
     [[nodiscard]] virtual CtlStatus writeKnob(std::size_t knob, const KnobSettingsRow& given) = 0;
-
-    /// Has the news come, where it does not by itself.
-    [[nodiscard]] virtual CtlStatus askForNews() = 0;
 
     const Options m_options;
     const CtlTimes m_times;
@@ -110,7 +111,8 @@ class CDeviceAccess : public QObject
     QString m_error;
     bool m_isLost = false;
 
-    mutable CMutex m_newsMutex; ///< guards the next two
+    mutable CMutex m_newsMutex; ///< guards the next three
     QList<KnobNews> m_news;
     qint64 m_lostNews = 0;
+    std::chrono::steady_clock::time_point m_newsBegin;
 };

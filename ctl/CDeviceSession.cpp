@@ -7,6 +7,19 @@
 
 #include <QRandomGenerator>
 
+#include <algorithm>
+#include <utility>
+
+bool CDeviceSession::Answer::hasSettings() const
+{
+    return std::ranges::find(settings, KnobSettingsRow()) == settings.end();
+}
+
+bool CDeviceSession::Answer::isWhole() const
+{
+    return values.size() == k_numOfKnobs && hasSettings();
+}
+
 CDeviceSession::CWatch::CWatch(CDeviceSession* session, const ConnectionTimes& times)
     : CConnectionWatch(nullptr, session->m_memory.get(), session->m_options.port, times), m_session(session)
 {
@@ -122,18 +135,24 @@ CtlStatus CDeviceSession::watchConnection()
 
 CtlStatus CDeviceSession::readAll()
 {
+    const auto hasSettings = [this] {
+        const std::scoped_lock lock(m_answerMutex);
+        return m_answer.hasSettings();
+    };
+    const auto isWhole = [this] {
+        const std::scoped_lock lock(m_answerMutex);
+        return m_answer.isWhole();
+    };
     {
-        const std::scoped_lock lock(m_mutex);
-        m_settingsSaid.clear();
-        m_valuesSaid.clear();
+        const std::scoped_lock lock(m_answerMutex);
+        m_answer = {};
     }
     for (int attempt = 0; attempt < k_requestAttempts; ++attempt) {
         if (!m_memory->requestAllParam())
             return failed(Wait::Lost);
-        Wait wait = waitUntil([this] { return isSaidOfAll(m_settingsSaid); }, QDeadlineTimer(m_times.answer));
+        Wait wait = waitUntil(hasSettings, QDeadlineTimer(m_times.answer));
         // They belong to the answer and are no turns; that they come is not relied on.
-        if (wait == Wait::Met &&
-            waitUntil([this] { return isSaidOfAll(m_valuesSaid); }, QDeadlineTimer(m_times.values)) != Wait::Expired)
+        if (wait == Wait::Met && waitUntil(isWhole, QDeadlineTimer(m_times.values)) != Wait::Expired)
             wait = isLost() ? Wait::Lost : wait;
         if (wait != Wait::Expired)
             return wait == Wait::Met ? CtlStatus::Done : failed(wait);
@@ -141,10 +160,18 @@ CtlStatus CDeviceSession::readAll()
     return failed(CtlStatus::NoAnswer, QStringLiteral("the device does not say what it holds"));
 }
 
-bool CDeviceSession::isSaidOfAll(const std::set<int>& knobs) const
+CtlStatus CDeviceSession::beginWatch(SettingsTable* held)
 {
-    const std::scoped_lock lock(m_mutex);
-    return knobs.size() == k_numOfKnobs;
+    {
+        const std::scoped_lock lock(m_answerMutex);
+        if (std::exchange(m_answer.isOver, true)) {
+            *held = m_answer.settings;
+            return CtlStatus::Done;
+        }
+    }
+    forgetNews();
+    *held = settings();
+    return CtlStatus::Done;
 }
 
 SettingsTable CDeviceSession::settings() const
@@ -158,11 +185,6 @@ CtlStatus CDeviceSession::writeKnob(std::size_t knob, const KnobSettingsRow& giv
     change[knob] = given;
     m_memory->take(change);
     return m_memory->sendMessage(k_changeParamMessage, int(knob)) ? CtlStatus::Done : failed(Wait::Lost);
-}
-
-CtlStatus CDeviceSession::askForNews()
-{
-    return CtlStatus::Done;
 }
 
 void CDeviceSession::traceMessage(const char* direction, const QByteArray& message)
@@ -200,15 +222,29 @@ void CDeviceSession::messageReceived(const QByteArray& message, int type, const 
 
 void CDeviceSession::messageTaken(int type, const ParamList& data)
 {
-    if (type == k_changeParamMessage || type == k_noticeValueMessage) {
-        const std::scoped_lock lock(m_mutex);
-        const QStringList keys = data.keys();
-        for (const QString& key : keys) {
-            const bool isValue = key.toInt() >= k_knobValueCategory;
-            const int knob = key.toInt() - (isValue ? k_knobValueCategory : 0);
-            if (isKnob(knob))
-                (isValue ? m_valuesSaid : m_settingsSaid).insert(knob);
-        }
-    }
+    if (type == k_changeParamMessage || type == k_noticeValueMessage)
+        takeIntoAnswer(data);
     emit heard();
+}
+
+void CDeviceSession::takeIntoAnswer(const ParamList& data)
+{
+    const std::scoped_lock lock(m_answerMutex);
+    if (m_answer.isOver)
+        return;
+    const SettingsTable said = tableOf(data);
+    for (auto it = data.cbegin(); it != data.cend(); ++it) {
+        const bool isValue = it.key().toInt() >= k_knobValueCategory;
+        const int knob = it.key().toInt() - (isValue ? k_knobValueCategory : 0);
+        if (!isKnob(knob))
+            continue;
+        if (isValue)
+            m_answer.values.insert(knob);
+        else
+            m_answer.settings[std::size_t(knob)] = said[std::size_t(knob)];
+    }
+    m_answer.isOver = m_answer.isWhole();
+    // What the answer says is no news, and what follows is.
+    if (m_answer.isOver)
+        forgetNews();
 }

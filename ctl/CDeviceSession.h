@@ -26,11 +26,25 @@ class CDeviceSession : public CDeviceAccess, private CWireListener
     [[nodiscard]] SettingsTable settings() const override;
     [[nodiscard]] CtlStatus readAll() override;
 
+    /// The moment is the end of the device's answer to readAll(): a device says by itself what changes. Where it did
+    /// not say all values, it is now.
+    [[nodiscard]] CtlStatus beginWatch(SettingsTable* held) override;
+
   protected:
     [[nodiscard]] CtlStatus writeKnob(std::size_t knob, const KnobSettingsRow& given) override;
-    [[nodiscard]] CtlStatus askForNews() override; ///< a device says by itself what changes
 
   private:
+    /// What the device says when it is asked for everything.
+    struct Answer
+    {
+        [[nodiscard]] bool hasSettings() const;
+        [[nodiscard]] bool isWhole() const; ///< with values
+
+        SettingsTable settings;
+        std::set<int> values; ///< the knobs whose value was said
+        bool isOver = false;  ///< whole, or not waited for any longer
+    };
+
     class CWatch : public CConnectionWatch
     {
       public:
@@ -49,7 +63,7 @@ class CDeviceSession : public CDeviceAccess, private CWireListener
     [[nodiscard]] CtlStatus checkIsFree();
     [[nodiscard]] CtlStatus shakeHands(QDeadlineTimer deadline);
     [[nodiscard]] CtlStatus watchConnection();
-    [[nodiscard]] bool isSaidOfAll(const std::set<int>& knobs) const;
+    void takeIntoAnswer(const ParamList& data);
     void traceMessage(const char* direction, const QByteArray& message);
 
     void messageSent(const QByteArray& message) override;
@@ -58,9 +72,8 @@ class CDeviceSession : public CDeviceAccess, private CWireListener
 
     bool m_isAnswered = false; ///< the device expects an end message
 
-    mutable CMutex m_mutex;       ///< guards the next two
-    std::set<int> m_settingsSaid; ///< knobs
-    std::set<int> m_valuesSaid;
+    mutable CMutex m_answerMutex; ///< guards the answer
+    Answer m_answer;
 
     // The memory is destroyed last: the others watch it.
     std::unique_ptr<CDeviceMemory> m_memory;

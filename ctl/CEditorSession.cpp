@@ -50,6 +50,13 @@ CtlStatus CEditorSession::readAll()
     return askForSettings(QStringLiteral("Ask"));
 }
 
+CtlStatus CEditorSession::beginWatch(SettingsTable* held)
+{
+    forgetNews();
+    *held = m_held;
+    return ask(QStringLiteral("Watch"));
+}
+
 CtlStatus CEditorSession::writeKnob(std::size_t knob, const KnobSettingsRow& given)
 {
     while (true) {
@@ -61,11 +68,6 @@ CtlStatus CEditorSession::writeKnob(std::size_t knob, const KnobSettingsRow& giv
         if (const Wait wait = waitUntil([] { return false; }, QDeadlineTimer(m_times.lookPause)); wait != Wait::Expired)
             return failed(wait);
     }
-}
-
-CtlStatus CEditorSession::askForNews()
-{
-    return ask(QStringLiteral("Watch"));
 }
 
 CtlStatus CEditorSession::askForSettings(const QString& method)

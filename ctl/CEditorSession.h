@@ -18,10 +18,10 @@ class CEditorSession : public CDeviceAccess, private CEditorListener
     [[nodiscard]] CtlStatus open(QDeadlineTimer deadline) override;
     [[nodiscard]] SettingsTable settings() const override;
     [[nodiscard]] CtlStatus readAll() override;
+    [[nodiscard]] CtlStatus beginWatch(SettingsTable* held) override;
 
   protected:
     [[nodiscard]] CtlStatus writeKnob(std::size_t knob, const KnobSettingsRow& given) override;
-    [[nodiscard]] CtlStatus askForNews() override;
 
   private:
     /// Asks and waits; m_answer is what the editor said. An edit is waited for though a stop is requested.

@@ -9,8 +9,6 @@
 
 namespace
 {
-using Clock = std::chrono::steady_clock;
-
 /// Turns what the device says into lines: turns, and settings that changed.
 class CNewsWriter
 {
@@ -53,9 +51,9 @@ class CNewsWriter
                                             {{QStringLiteral("knob"), number}, {QStringLiteral("settings"), settings}});
     }
 
-    [[nodiscard]] bool writeLine(Clock::time_point time, const QString& text, QJsonObject object)
+    [[nodiscard]] bool writeLine(std::chrono::steady_clock::duration time, const QString& text, QJsonObject object)
     {
-        const double seconds = std::chrono::duration<double>(time - m_begin).count();
+        const double seconds = std::chrono::duration<double>(time).count();
         object.insert(QStringLiteral("time"), seconds);
         const bool isWritten = m_context.console.print(
             m_context.arguments.json ? SettingsText::line(object)
@@ -65,7 +63,6 @@ class CNewsWriter
 
     const CtlContext& m_context;
     SettingsTable m_held;
-    const Clock::time_point m_begin = Clock::now();
     int m_lines = 0;
 };
 } // namespace
@@ -77,9 +74,10 @@ CtlStatus runWatch(const CtlContext& context)
     if (status != CtlStatus::Done)
         return status;
     CDeviceAccess& device = sources.device();
-    CNewsWriter writer(context, device.settings());
-    if (status = device.beginWatch(); status != CtlStatus::Done)
+    SettingsTable held;
+    if (status = device.beginWatch(&held); status != CtlStatus::Done)
         return fail(context, status, device.error());
+    CNewsWriter writer(context, held);
     const QDeadlineTimer deadline = context.arguments.watchTime ? QDeadlineTimer(*context.arguments.watchTime)
                                                                 : QDeadlineTimer(QDeadlineTimer::Forever);
     const auto writeNews = [&] {

@@ -165,6 +165,12 @@ void CSimulatedDevice::keepSettings(int changes)
     m_changesToIgnore = changes;
 }
 
+void CSimulatedDevice::leaveOutValues()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_saysValues = false;
+}
+
 void CSimulatedDevice::goSilent()
 {
     const std::scoped_lock lock(m_mutex);
@@ -298,7 +304,8 @@ QList<QByteArray> CSimulatedDevice::everything() const
     QList<QByteArray> messages;
     for (int knob = 0; knob < k_knobs; ++knob) {
         messages += DeviceMessages::changeParameter(knob, m_settings.at(static_cast<size_t>(knob)));
-        messages += DeviceMessages::noticeValue(knob, m_values.at(static_cast<size_t>(knob)));
+        if (m_saysValues)
+            messages += DeviceMessages::noticeValue(knob, m_values.at(static_cast<size_t>(knob)));
     }
     return messages;
 }

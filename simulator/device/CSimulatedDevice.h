@@ -63,6 +63,7 @@ class CSimulatedDevice
     void ignoreStarts(int starts);  ///< start messages left unanswered
     void dropKeeps(int keeps);      ///< keep messages left unanswered
     void keepSettings(int changes); ///< change-parameter messages that change nothing
+    void leaveOutValues();          ///< says its settings alone when it is asked for everything
     void goSilent();                ///< sends nothing any more, nor what was delayed, but goes on to listen
     void answer();                  ///< ends the silence
     [[nodiscard]] bool isSilent() const;
@@ -105,6 +106,7 @@ class CSimulatedDevice
     int m_startsToIgnore = 0;
     int m_keepsToDrop = 0;
     int m_changesToIgnore = 0;
+    bool m_saysValues = true;
     bool m_silent = false;
     int m_sendsBeforeRefusal = 0;
     int m_sendsToRefuse = 0;

@@ -7,6 +7,7 @@
 #include "tests/support/SimulatedDeviceFixture.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
@@ -15,6 +16,7 @@
 
 #include <array>
 #include <csignal>
+#include <poll.h>
 #include <unistd.h>
 #include <utility>
 
@@ -50,11 +52,18 @@ struct CtlFixture : SimulatedDeviceFixture
         QTemporaryFile errors;
         if (!output.open() || !errors.open())
             return {};
+        outputPath = output.fileName();
         CtlOutcome outcome;
         outcome.status = runCtl(arguments, output.handle(), errors.handle(), stop, times, makeBus);
         outcome.output = textOf(output);
         outcome.errors = textOf(errors);
         return outcome;
+    }
+
+    /// Whether the program, while it runs, has written something to its output.
+    [[nodiscard]] bool hasWritten() const
+    {
+        return QFileInfo(outputPath).size() > 0;
     }
 
     [[nodiscard]] QString path(const QString& name) const
@@ -86,6 +95,7 @@ struct CtlFixture : SimulatedDeviceFixture
     }
 
     CStopRequest stop;
+    QString outputPath; ///< of the run that goes on
     EditorBusMaker makeBus;
     QTemporaryDir folder;
 };
@@ -112,6 +122,13 @@ class CPipe
     [[nodiscard]] int input() const
     {
         return m_ends[1];
+    }
+
+    /// Whether a writer would not have to wait.
+    [[nodiscard]] bool takesMore() const
+    {
+        pollfd end{.fd = m_ends[1], .events = POLLOUT, .revents = 0};
+        return poll(&end, 1, 0) == 1;
     }
 
     /// Nobody reads it any more.

@@ -12,7 +12,8 @@ class TestCtlWatch : public CTestCase
     void jsonIsAnObjectALine();
     void reportOfWhatIsKnownIsNoChange();
     void everyTurnOfAFloodIsThere();
-    void nothingIsOlderThanTheWatch();
+    void beginsRightBehindTheAnswer();
+    void deviceThatDoesNotSayWhereKnobsStand();
     void endsAfterATime();
     void endsWhenToldTo();
     void endsWhenNobodyReads();
@@ -20,18 +21,32 @@ class TestCtlWatch : public CTestCase
     void stopsThoughTheReaderDoesNot();
 
   private:
-    /// Does something with the device as soon as a watch listens: it has been told everything by then.
-    static void whenWatching(CtlFixture& fixture, const std::function<void()>& act)
+    /// Does something, once, from the event loop, as soon as the condition holds.
+    static void when(CtlFixture& fixture, const std::function<bool()>& condition, const std::function<void()>& act)
     {
         auto* timer = new QTimer(&fixture.stop);
-        QObject::connect(timer, &QTimer::timeout, [&fixture, timer, act] {
-            if (!fixture.device.received().contains(k_requestAllBytes))
+        QObject::connect(timer, &QTimer::timeout, [timer, condition, act] {
+            if (!condition())
                 return;
-            // Once more through the event loop: the request has just been sent, its answer is on its way.
             timer->stop();
-            QTimer::singleShot(50ms, &fixture.stop, act);
+            act();
         });
         timer->start(1ms);
+    }
+
+    /// Does something with the device right behind its answer, which is where a watch begins.
+    static void whenAnswered(CtlFixture& fixture, const std::function<void()>& act)
+    {
+        when(
+            fixture, [&] { return fixture.device.received().contains(k_requestAllBytes); }, act);
+    }
+
+    /// Turns a knob behind the answer, and does something when the watch has told of that.
+    static void whenTurnIsTold(CtlFixture& fixture, const std::function<void()>& act)
+    {
+        whenAnswered(fixture, [&] { fixture.device.turn(0, 1); });
+        when(
+            fixture, [&] { return fixture.hasWritten(); }, act);
     }
 
     /// The lines without their times.
@@ -48,7 +63,7 @@ void TestCtlWatch::turnsAndChangesAreLines()
 {
     CtlFixture fixture;
     fixture.plug();
-    whenWatching(fixture, [&] {
+    whenAnswered(fixture, [&] {
         fixture.device.turn(2, 64);
         fixture.device.setSettings(7, {.cc = 93, .channel = 15, .led = 1});
         fixture.device.reportSettings(7);
@@ -64,7 +79,7 @@ void TestCtlWatch::jsonIsAnObjectALine()
 {
     CtlFixture fixture;
     fixture.plug();
-    whenWatching(fixture, [&] {
+    whenAnswered(fixture, [&] {
         fixture.device.turn(0, 127);
         fixture.device.setSetting(1, &KnobSettings::led, 2);
         fixture.device.reportSettings(1);
@@ -84,7 +99,7 @@ void TestCtlWatch::reportOfWhatIsKnownIsNoChange()
 {
     CtlFixture fixture;
     fixture.plug();
-    whenWatching(fixture, [&] {
+    whenAnswered(fixture, [&] {
         fixture.device.reportSettings(0);
         fixture.device.turn(0, 1);
     });
@@ -96,7 +111,7 @@ void TestCtlWatch::everyTurnOfAFloodIsThere()
     constexpr int turns = 5000;
     CtlFixture fixture;
     fixture.plug();
-    whenWatching(fixture, [&] {
+    whenAnswered(fixture, [&] {
         for (int i = 0; i < turns; ++i)
             fixture.device.turn(i % 8, i % 128);
     });
@@ -107,21 +122,46 @@ void TestCtlWatch::everyTurnOfAFloodIsThere()
         QCOMPARE(lines[i], QStringLiteral("%1.value=%2").arg(i % 8 + 1).arg(i % 128));
 }
 
-void TestCtlWatch::nothingIsOlderThanTheWatch()
+void TestCtlWatch::beginsRightBehindTheAnswer()
 {
     CtlFixture fixture;
     fixture.plug();
-    // The knobs turn already while the device says what it holds.
-    std::jthread hands([&](const std::stop_token& rest) {
-        for (int i = 0; !rest.stop_requested(); ++i) {
-            fixture.device.turn(i % 8, i % 128);
-            std::this_thread::sleep_for(10us);
+    fixture.device.delayReplies(1);
+    const auto turnUntilAsked = [&] {
+        const bool isAsked = fixture.device.received().contains(k_requestAllBytes);
+        if (!isAsked) {
+            fixture.device.turn(4, 99);
+            fixture.device.advance(1);
         }
+        return isAsked;
+    };
+    when(fixture, turnUntilAsked, [&] {
+        fixture.device.turn(0, 1);
+        fixture.device.setSetting(1, &KnobSettings::led, 2);
+        fixture.device.reportSettings(1);
+        // All of it is in the program before its main thread gets to know that the answer is there.
+        fixture.device.advance(1);
+        std::this_thread::sleep_for(20ms);
     });
-    for (int i = 0; i < 20; ++i) {
-        const CtlOutcome outcome = fixture.run({"watch", "--count", "1", "--json"});
-        QVERIFY(outcome.json().value("time").toDouble(-1) >= 0);
-    }
+    const CtlOutcome outcome = fixture.run({"watch", "--count", "2"});
+    QCOMPARE(linesOf(outcome), (QStringList{"1.value=1", "2.led=concave"}));
+    QVERIFY(!outcome.output.contains('-')); // a time before the watch
+}
+
+void TestCtlWatch::deviceThatDoesNotSayWhereKnobsStand()
+{
+    CtlFixture fixture;
+    fixture.plug();
+    fixture.device.leaveOutValues();
+    fixture.times.values = 1ms;
+    const auto turnUntilTold = [&] {
+        fixture.device.turn(0, 1);
+        return fixture.hasWritten();
+    };
+    whenAnswered(fixture, [&] { when(fixture, turnUntilTold, [] {}); });
+    const CtlOutcome outcome = fixture.run({"watch", "--count", "1"});
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(linesOf(outcome), QStringList("1.value=1"));
 }
 
 void TestCtlWatch::endsAfterATime()
@@ -138,9 +178,10 @@ void TestCtlWatch::endsWhenToldTo()
 {
     CtlFixture fixture;
     fixture.plug();
-    whenWatching(fixture, [&] { fixture.stop.request(SIGINT); });
+    whenTurnIsTold(fixture, [&] { fixture.stop.request(SIGINT); });
     const CtlOutcome outcome = fixture.run({"watch"});
     QCOMPARE(outcome.status, 0);
+    QCOMPARE(linesOf(outcome), QStringList("1.value=1"));
     QCOMPARE(outcome.errors, QString());
     QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
 }
@@ -151,7 +192,7 @@ void TestCtlWatch::endsWhenNobodyReads()
     fixture.plug();
     CPipe pipe;
     pipe.closeReader();
-    whenWatching(fixture, [&] { fixture.device.turn(0, 1); });
+    whenAnswered(fixture, [&] { fixture.device.turn(0, 1); });
     QCOMPARE(runCtl({"watch"}, pipe.input(), STDERR_FILENO, fixture.stop, fixture.times), 0);
     QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
 }
@@ -161,11 +202,7 @@ void TestCtlWatch::endsWithALostDevice()
     CtlFixture fixture;
     fixture.plug();
     fixture.times.connection.keepInterval = 2ms;
-    whenWatching(fixture, [&] {
-        fixture.device.turn(0, 1);
-        // Not while the turn is on its way.
-        QTimer::singleShot(200ms, &fixture.stop, [&] { fixture.device.unplug(); });
-    });
+    whenTurnIsTold(fixture, [&] { fixture.device.unplug(); });
     const CtlOutcome outcome = fixture.run({"watch"});
     QCOMPARE(outcome.status, int(CtlStatus::NoAnswer));
     QCOMPARE(linesOf(outcome), QStringList("1.value=1"));
@@ -178,14 +215,13 @@ void TestCtlWatch::stopsThoughTheReaderDoesNot()
     fixture.plug();
     const CPipe pipe;
     // Much more than a pipe takes.
-    whenWatching(fixture, [&] {
+    whenAnswered(fixture, [&] {
         for (int i = 0; i < 10'000; ++i)
             fixture.device.turn(0, i % 128);
     });
     std::jthread other([&] {
-        while (!fixture.device.received().contains(k_requestAllBytes))
-            std::this_thread::yield();
-        std::this_thread::sleep_for(200ms);
+        while (pipe.takesMore())
+            std::this_thread::sleep_for(1ms);
         fixture.stop.request(SIGTERM);
     });
     QCOMPARE(runCtl({"watch"}, pipe.input(), STDERR_FILENO, fixture.stop, fixture.times), 0);
