@@ -178,6 +178,7 @@ void TestCtlEditor::savedFileIsTheEditors()
     fixture.editor.device.setSettings(3, {.cc = 1, .channel = 2, .max = 3, .min = 4, .led = 3});
     fixture.startWhole();
     QCOMPARE(fixture.ctl.run({"save", fixture.ctl.path("by-editor.CJX")}).status, 0);
+    fixture.editor.window.reset();
     CtlFixture alone;
     alone.device.setSettings(3, {.cc = 1, .channel = 2, .max = 3, .min = 4, .led = 3});
     alone.plug();
