@@ -69,11 +69,13 @@ struct EditorFixture : SimulatedDeviceFixture
         return *window;
     }
 
-    /// Waits until the editor knows that the device answers, so that edits are sent: the online mark fades in then.
+    /// Waits until the editor knows that the device answers, so that edits are sent: the online mark fades in then. The
+    /// keep thread has had its first pass too, which may come late; the next is an interval away.
     void waitUntilConnected() const
     {
         const auto* mark = window->findChild<COnlineMark*>();
         QTRY_VERIFY(mark->getAlpha() < 255);
+        QTRY_COMPARE_GE(sent().count(k_keep), 2);
     }
 
     [[nodiscard]] CControlView* page(int knob) const
