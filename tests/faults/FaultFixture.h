@@ -35,7 +35,6 @@ struct FaultFixture : EditorFixture
 
 /// Messages as the device sends them and expects them, as hexadecimal text.
 inline const QString k_startText = QStringLiteral("f043103e18050200f7");
-inline const QString k_keepText = QStringLiteral("f043103e18050201f7");
 inline const QString k_endText = QStringLiteral("f043103e18050202f7");
 inline const QString k_requestAllText = QStringLiteral("f043303e180502007ff7");
 

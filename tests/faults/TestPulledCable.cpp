@@ -68,7 +68,7 @@ void TestPulledCable::betweenStartAndTheFirstKeepReply()
     CMessageBoxAnswer answer(QMessageBox::Ok);
     fixture.start();
     QTRY_COMPARE(fixture.knobLED(7)->getImageIndexByType(k_ledAscent), k_numOfLEDStates - 1);
-    QTRY_COMPARE(FaultFixture::sent().count(k_keepText), 2); // the keep thread's first pass is over
+    QTRY_COMPARE(FaultFixture::sent().count(k_keep), 2); // the keep thread's first pass is over
     fixture.device.unplug();
     fixture.editor(1104)->setValue(5);
     QCOMPARE(fixture.editor(1104)->getValue(), 5);

@@ -78,7 +78,7 @@ void TestReplyFaults::theWayOfReplies()
     reportEverything(fixture.device);
     QTRY_VERIFY(fixture.agrees());
     // Two more replies to keep messages arrive by the same way.
-    QTRY_VERIFY(FaultFixture::sent().count(k_keepText) >= 2);
+    QTRY_VERIFY(FaultFixture::sent().count(k_keep) >= 2);
     QCOMPARE(FaultFixture::commands(), QStringList());
     QVERIFY(fixture.isMarkLit());
     QVERIFY(answer.boxes().isEmpty());

@@ -168,7 +168,7 @@ void TestSendFaults::heldUpKeepMessage()
     QVERIFY(FaultFixture::sent().isEmpty());
     gate.release();
     keep.join();
-    QCOMPARE(FaultFixture::sent(), QStringList{k_keepText});
+    QCOMPARE(FaultFixture::sent(), QStringList{k_keep});
     m_fixture->editor(1104)->setValue(5);
     QVERIFY(m_fixture->agrees());
 }

@@ -121,7 +121,7 @@ void TestStartFaults::droppedKeeps()
         QCOMPARE(FaultFixture::sent().size(), sent);
         return;
     }
-    QTRY_VERIFY(FaultFixture::sent().count(k_keepText) > dropped + 1);
+    QTRY_VERIFY(FaultFixture::sent().count(k_keep) > dropped + 1);
     QVERIFY(answer.boxes().isEmpty());
     QVERIFY(fixture.isMarkLit());
     fixture.editor(1104)->setValue(5);
