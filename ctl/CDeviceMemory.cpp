@@ -73,7 +73,7 @@ bool CDeviceMemory::developMessageData(int type, const ParamList& data)
 {
     const bool known = CMemAPIWrapper::developMessageData(type, data);
     if (m_listener != nullptr)
-        m_listener->messageTaken(type, data);
+        m_listener->messageTaken(data);
     return known;
 }
 

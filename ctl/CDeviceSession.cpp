@@ -10,6 +10,35 @@
 #include <algorithm>
 #include <utility>
 
+namespace
+{
+/// What messages say of knobs: those of one packet are decoded into one list.
+QList<KnobNews> newsIn(const ParamList& data)
+{
+    const SettingsTable said = tableOf(data);
+    QList<KnobNews> all;
+    for (auto it = data.cbegin(); it != data.cend(); ++it) {
+        const bool isValue = it.key().toInt() >= k_knobValueCategory;
+        const int knob = it.key().toInt() - (isValue ? k_knobValueCategory : 0);
+        if (!isKnob(knob))
+            continue;
+        if (isValue)
+            all.append({.knob = std::size_t(knob), .value = it.value().toInt()});
+        else
+            all.append({.knob = std::size_t(knob), .settings = said[std::size_t(knob)]});
+    }
+    return all;
+}
+} // namespace
+
+void CDeviceSession::Answer::take(const KnobNews& said)
+{
+    if (said.value)
+        values.insert(said.knob);
+    else
+        settings[said.knob] = said.settings;
+}
+
 bool CDeviceSession::Answer::hasSettings() const
 {
     return std::ranges::find(settings, KnobSettingsRow()) == settings.end();
@@ -135,14 +164,6 @@ CtlStatus CDeviceSession::watchConnection()
 
 CtlStatus CDeviceSession::readAll()
 {
-    const auto hasSettings = [this] {
-        const std::scoped_lock lock(m_answerMutex);
-        return m_answer.hasSettings();
-    };
-    const auto isWhole = [this] {
-        const std::scoped_lock lock(m_answerMutex);
-        return m_answer.isWhole();
-    };
     {
         const std::scoped_lock lock(m_answerMutex);
         m_answer = {};
@@ -150,14 +171,21 @@ CtlStatus CDeviceSession::readAll()
     for (int attempt = 0; attempt < k_requestAttempts; ++attempt) {
         if (!m_memory->requestAllParam())
             return failed(Wait::Lost);
-        Wait wait = waitUntil(hasSettings, QDeadlineTimer(m_times.answer));
+        Wait wait = waitUntil([this] { return answer().hasSettings(); }, QDeadlineTimer(m_times.answer));
         // They belong to the answer and are no turns; that they come is not relied on.
-        if (wait == Wait::Met && waitUntil(isWhole, QDeadlineTimer(m_times.values)) != Wait::Expired)
+        if (wait == Wait::Met &&
+            waitUntil([this] { return answer().isWhole(); }, QDeadlineTimer(m_times.values)) != Wait::Expired)
             wait = isLost() ? Wait::Lost : wait;
         if (wait != Wait::Expired)
             return wait == Wait::Met ? CtlStatus::Done : failed(wait);
     }
     return failed(CtlStatus::NoAnswer, QStringLiteral("the device does not say what it holds"));
+}
+
+CDeviceSession::Answer CDeviceSession::answer() const
+{
+    const std::scoped_lock lock(m_answerMutex);
+    return m_answer;
 }
 
 CtlStatus CDeviceSession::beginWatch(SettingsTable* held)
@@ -205,46 +233,24 @@ void CDeviceSession::messageSent(const QByteArray& message)
 void CDeviceSession::messageReceived(const QByteArray& message, int type, const ParamList& data)
 {
     traceMessage("<", message);
-    if (type != k_noticeValueMessage && type != k_changeParamMessage)
+    if (type != k_changeParamMessage && type != k_noticeValueMessage)
         return;
-    const SettingsTable said = tableOf(data);
-    for (auto it = data.cbegin(); it != data.cend(); ++it) {
-        const bool isValue = type == k_noticeValueMessage;
-        const int knob = it.key().toInt() - (isValue ? k_knobValueCategory : 0);
-        if (!isKnob(knob))
-            continue;
-        if (isValue)
-            addNews({.knob = std::size_t(knob), .value = it.value().toInt()});
-        else
-            addNews({.knob = std::size_t(knob), .settings = said[std::size_t(knob)]});
-    }
+    for (const KnobNews& news : newsIn(data))
+        addNews(news);
 }
 
-void CDeviceSession::messageTaken(int type, const ParamList& data)
+void CDeviceSession::messageTaken(const ParamList& data)
 {
-    if (type == k_changeParamMessage || type == k_noticeValueMessage)
-        takeIntoAnswer(data);
+    {
+        const std::scoped_lock lock(m_answerMutex);
+        if (!m_answer.isOver) {
+            for (const KnobNews& news : newsIn(data))
+                m_answer.take(news);
+            m_answer.isOver = m_answer.isWhole();
+            // What the answer says is no news, and what follows is.
+            if (m_answer.isOver)
+                forgetNews();
+        }
+    }
     emit heard();
-}
-
-void CDeviceSession::takeIntoAnswer(const ParamList& data)
-{
-    const std::scoped_lock lock(m_answerMutex);
-    if (m_answer.isOver)
-        return;
-    const SettingsTable said = tableOf(data);
-    for (auto it = data.cbegin(); it != data.cend(); ++it) {
-        const bool isValue = it.key().toInt() >= k_knobValueCategory;
-        const int knob = it.key().toInt() - (isValue ? k_knobValueCategory : 0);
-        if (!isKnob(knob))
-            continue;
-        if (isValue)
-            m_answer.values.insert(knob);
-        else
-            m_answer.settings[std::size_t(knob)] = said[std::size_t(knob)];
-    }
-    m_answer.isOver = m_answer.isWhole();
-    // What the answer says is no news, and what follows is.
-    if (m_answer.isOver)
-        forgetNews();
 }

@@ -37,12 +37,13 @@ class CDeviceSession : public CDeviceAccess, private CWireListener
     /// What the device says when it is asked for everything.
     struct Answer
     {
+        void take(const KnobNews& said);
         [[nodiscard]] bool hasSettings() const;
         [[nodiscard]] bool isWhole() const; ///< with values
 
         SettingsTable settings;
-        std::set<int> values; ///< the knobs whose value was said
-        bool isOver = false;  ///< whole, or not waited for any longer
+        std::set<std::size_t> values; ///< the knobs whose value was said
+        bool isOver = false;          ///< whole, or not waited for any longer
     };
 
     class CWatch : public CConnectionWatch
@@ -63,12 +64,12 @@ class CDeviceSession : public CDeviceAccess, private CWireListener
     [[nodiscard]] CtlStatus checkIsFree();
     [[nodiscard]] CtlStatus shakeHands(QDeadlineTimer deadline);
     [[nodiscard]] CtlStatus watchConnection();
-    void takeIntoAnswer(const ParamList& data);
+    [[nodiscard]] Answer answer() const; ///< as it is now
     void traceMessage(const char* direction, const QByteArray& message);
 
     void messageSent(const QByteArray& message) override;
     void messageReceived(const QByteArray& message, int type, const ParamList& data) override;
-    void messageTaken(int type, const ParamList& data) override;
+    void messageTaken(const ParamList& data) override;
 
     bool m_isAnswered = false; ///< the device expects an end message
 

@@ -16,5 +16,5 @@ class CWireListener
     virtual void messageReceived(const QByteArray& message, int type, const ParamList& data) = 0;
 
     /// The memory holds now what was received. Delivery thread.
-    virtual void messageTaken(int type, const ParamList& data) = 0;
+    virtual void messageTaken(const ParamList& data) = 0;
 };

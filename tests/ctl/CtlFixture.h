@@ -7,7 +7,6 @@
 #include "tests/support/SimulatedDeviceFixture.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
@@ -55,15 +54,15 @@ struct CtlFixture : SimulatedDeviceFixture
         outputPath = output.fileName();
         CtlOutcome outcome;
         outcome.status = runCtl(arguments, output.handle(), errors.handle(), stop, times, makeBus);
-        outcome.output = textOf(output);
-        outcome.errors = textOf(errors);
+        outcome.output = written();
+        outcome.errors = textOf(errors.fileName());
         return outcome;
     }
 
-    /// Whether the program, while it runs, has written something to its output.
-    [[nodiscard]] bool hasWritten() const
+    /// What the program has written to its output, while it runs.
+    [[nodiscard]] QString written() const
     {
-        return QFileInfo(outputPath).size() > 0;
+        return textOf(outputPath);
     }
 
     [[nodiscard]] QString path(const QString& name) const
@@ -88,10 +87,10 @@ struct CtlFixture : SimulatedDeviceFixture
         return found;
     }
 
-    static QString textOf(QTemporaryFile& file)
+    static QString textOf(const QString& filePath)
     {
-        QFile again(file.fileName());
-        return again.open(QIODevice::ReadOnly) ? QString::fromUtf8(again.readAll()) : QString();
+        QFile file(filePath);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
     }
 
     CStopRequest stop;

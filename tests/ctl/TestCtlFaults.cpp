@@ -416,7 +416,7 @@ void TestCtlFaults::outputThatIsFull()
     QTemporaryFile errors;
     QVERIFY(errors.open());
     QCOMPARE(runCtl({"show"}, full.handle(), errors.handle(), fixture.stop, fixture.times), k_fileError);
-    QCOMPARE(CtlFixture::textOf(errors), "ktz-jxctl: standard output: No space left on device\n");
+    QCOMPARE(CtlFixture::textOf(errors.fileName()), "ktz-jxctl: standard output: No space left on device\n");
     QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
 }
 
@@ -430,7 +430,7 @@ void TestCtlFaults::outputThatNobodyReads()
     QVERIFY(errors.open());
     // A reader who has gone wants no more, and a change is made all the same.
     QCOMPARE(runCtl({"set", "1.cc=1"}, pipe.input(), errors.handle(), fixture.stop, fixture.times), 0);
-    QCOMPARE(CtlFixture::textOf(errors), QString());
+    QCOMPARE(CtlFixture::textOf(errors.fileName()), QString());
     QCOMPARE(fixture.device.settings(0).cc, 1);
     QCOMPARE(fixture.device.received().constLast(), k_endMessageBytes);
 }
